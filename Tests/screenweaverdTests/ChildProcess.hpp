@@ -1,0 +1,51 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace screenweaver::testing {
+
+/// A program started with its standard output and error on pipes, for tests that compare a built
+/// executable's exact output bytes and exit status.
+class ChildProcess {
+public:
+    /// Starts `path` with `arguments` (without the program path), inheriting the environment.
+    ChildProcess(const std::string& path, const std::vector<std::string>& arguments);
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    /// Reads both pipes until the child closes them, then waits for it. Returns the exit status, or
+    /// 128 + the signal number when a signal ended it.
+    int wait();
+
+    /// Whether the child is still running (it is not reaped).
+    [[nodiscard]] bool isRunning();
+
+    /// The processor time the child has used so far (user and system), from /proc.
+    [[nodiscard]] std::chrono::milliseconds cpuTime() const;
+
+    /// Reads what the child has written so far, without waiting.
+    void drain();
+
+    /// Ends the child with `signal` and reaps it.
+    void stop(int signal);
+
+    [[nodiscard]] const std::string& output() const { return output_; }
+    [[nodiscard]] const std::string& error() const { return error_; }
+
+private:
+    void read(bool untilClosed);
+
+    pid_t pid_ = -1;
+    int outputPipe_ = -1;
+    int errorPipe_ = -1;
+    std::string output_;
+    std::string error_;
+    bool reaped_ = false;
+    int status_ = -1;
+};
+
+}  // namespace screenweaver::testing

@@ -1,0 +1,82 @@
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "CoreTypes/CapturingLogSink.hpp"
+#include "screenweaverd/Daemon.hpp"
+
+namespace screenweaver {
+namespace {
+
+const std::string helpText =
+    "The Screenweaver privileged service.\n\nStarted by launchd; there is nothing to run by hand except the "
+    "check.\n\n  --self-test   create a display, verify it, release it, and report\n  --help        print "
+    "this "
+    "text\n\nExit codes: 0 success, 1 the check failed, 2 unknown argument.";
+
+struct EntryRun {
+    int status = -1;
+    std::string output;
+    std::string error;
+    int parks = 0;
+};
+
+EntryRun runEntry(std::vector<std::string> arguments) {
+    EntryRun run;
+    CapturedOutput output;
+    CapturedOutput error;
+    run.status = runDaemon(arguments, {output, error, [&run] { ++run.parks; }});
+    run.output = output.text();
+    run.error = error.text();
+    return run;
+}
+
+TEST(DaemonEntry, HelpTextIsExact) {
+    EXPECT_EQ(daemonHelpText(), helpText);
+}
+
+TEST(DaemonEntry, HelpPrintsTheTextAndOneLineFeedToStandardOutput) {
+    for (const char* flag : {"--help", "-h"}) {
+        const EntryRun run = runEntry({flag});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.output, helpText + "\n");
+        EXPECT_EQ(run.error, "");
+        EXPECT_EQ(run.parks, 0);
+    }
+}
+
+TEST(DaemonEntry, UnknownArgumentReportsItAndTheHelpTextOnStandardError) {
+    const EntryRun run = runEntry({"--foo"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.error, "Screenweaver: unknown argument '--foo'\n" + helpText + "\n");
+}
+
+TEST(DaemonEntry, AnEmptyArgumentIsEchoedAsTwoApostrophes) {
+    const EntryRun run = runEntry({""});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.error, "Screenweaver: unknown argument ''\n" + helpText + "\n");
+}
+
+TEST(DaemonEntry, ServeLogsItsStartReportsOneLineAndParks) {
+    const ScopedLogCapture capture;
+    const EntryRun run = runEntry({});
+    EXPECT_EQ(run.parks, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.error, "Screenweaver service: started, nothing to serve yet\n");
+    const std::vector<LogEntry> expected{{"org.screenweaver", "app", LogLevel::defaultLevel,
+                                          "service starting as uid " + std::to_string(getuid())}};
+    EXPECT_EQ(capture.entries(), expected);
+}
+
+TEST(DaemonEntry, TheFirstArgumentWinsSoSelfTestRunsBeforeHelp) {
+    const EntryRun run = runEntry({"--self-test", "--help"});
+    EXPECT_EQ(run.status, 1) << "on this machine the check cannot pass";
+    EXPECT_EQ(run.output.find("--self-test   create"), std::string::npos) << "the help text was printed";
+    EXPECT_EQ(run.parks, 0);
+}
+
+}  // namespace
+}  // namespace screenweaver

@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Installs what is missing, then builds and tests every preset, checks formatting and runs the
+# static checks. Stops at the first failure.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+tools/install-dependencies.sh
+
+for preset in default apple-like asan tsan; do
+    echo "== ${preset}: configure, build, test"
+    cmake --workflow --preset "${preset}"
+done
+
+echo "== formatting"
+tools/check-format.sh
+
+echo "== static checks"
+tools/check-tidy.sh
