@@ -1,11 +1,14 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace screenweaver {
@@ -14,7 +17,10 @@ namespace screenweaver {
 /// goes through it, so equal values hash alike by construction:
 /// - an optional feeds a presence marker, then its value when present;
 /// - a double feeds negative zero as zero (0.0 and -0.0 are equal, so they must hash alike);
-/// - an array feeds its count, then its elements in order.
+/// - an array feeds its count, then its elements in order;
+/// - a set or a map feeds its count, then a sum of its elements' hashes, which does not depend on
+///   the order in which the elements happen to be stored;
+/// - a time point feeds its count of ticks since the epoch.
 class Hasher {
 public:
     Hasher& combine(std::uint64_t bits) {
@@ -57,6 +63,29 @@ public:
             combine(value);
         }
         return *this;
+    }
+
+    template <class T>
+    Hasher& combine(const std::unordered_set<T>& values) {
+        std::uint64_t sum = 0;
+        for (const auto& value : values) {
+            sum += Hasher{}.combine(value).state_;
+        }
+        return combine(values.size()).combine(sum);
+    }
+
+    template <class Key, class Value>
+    Hasher& combine(const std::unordered_map<Key, Value>& entries) {
+        std::uint64_t sum = 0;
+        for (const auto& [key, value] : entries) {
+            sum += Hasher{}.combine(key).combine(value).state_;
+        }
+        return combine(entries.size()).combine(sum);
+    }
+
+    template <class Clock, class Duration>
+    Hasher& combine(const std::chrono::time_point<Clock, Duration>& time) {
+        return combine(static_cast<std::int64_t>(time.time_since_epoch().count()));
     }
 
     /// Any other type is fed through its own `std::hash`.
