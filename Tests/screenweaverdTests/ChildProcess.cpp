@@ -125,24 +125,27 @@ bool ChildProcess::isRunning() {
     return true;
 }
 
-std::chrono::milliseconds ChildProcess::cpuTime() const {
+std::chrono::microseconds ChildProcess::cpuTime() const {
+    // schedstat's first field is the time spent on a processor, in nanoseconds; stat's tick counts
+    // (fields 14 and 15) are the coarse fallback where the kernel keeps no scheduler statistics.
+    std::ifstream schedstat{"/proc/" + std::to_string(pid_) + "/schedstat"};
+    long long nanoseconds = 0;
+    if (schedstat >> nanoseconds) {
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::nanoseconds{nanoseconds});
+    }
     std::ifstream statFile{"/proc/" + std::to_string(pid_) + "/stat"};
     std::string line;
     std::getline(statFile, line);
     // The command name is in parentheses and may hold blanks; the fields after it are plain.
     std::istringstream fields{line.substr(line.rfind(')') + 2)};
     std::string field;
-    long long userTicks = 0;
-    long long systemTicks = 0;
+    long long ticks = 0;
     for (int index = 3; index <= 15 && fields >> field; ++index) {
-        if (index == 14) {
-            userTicks = std::stoll(field);
-        } else if (index == 15) {
-            systemTicks = std::stoll(field);
+        if (index == 14 || index == 15) {
+            ticks += std::stoll(field);
         }
     }
-    const long ticksPerSecond = ::sysconf(_SC_CLK_TCK);
-    return std::chrono::milliseconds{(userTicks + systemTicks) * 1000 / ticksPerSecond};
+    return std::chrono::microseconds{ticks * 1000000 / ::sysconf(_SC_CLK_TCK)};
 }
 
 void ChildProcess::stop(int signal) {

@@ -24,8 +24,8 @@ public:
     /// Whether the child is still running (it is not reaped).
     [[nodiscard]] bool isRunning();
 
-    /// The processor time the child has used so far (user and system), from /proc.
-    [[nodiscard]] std::chrono::milliseconds cpuTime() const;
+    /// The processor time the child has used so far, from /proc.
+    [[nodiscard]] std::chrono::microseconds cpuTime() const;
 
     /// Reads what the child has written so far, without waiting.
     void drain();
