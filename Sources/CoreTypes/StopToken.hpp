@@ -64,31 +64,39 @@ private:
     std::uint64_t id_ = 0;
 };
 
+namespace detail {
+
+// Runs `wait` (which waits on `condition` with `lock` held) so that a stop request wakes it. The
+// wake-up callback takes the same mutex, so it is registered and removed without the lock held.
+template <class Wait>
+void waitWakingOnStop(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+                      const StopToken& stop, Wait wait) {
+    lock.unlock();
+    {
+        std::mutex& mutex = *lock.mutex();
+        const StopCallback wake{stop, [&] {
+                                    const std::scoped_lock wakeLock{mutex};
+                                    condition.notify_all();
+                                }};
+        lock.lock();
+        wait();
+        lock.unlock();
+    }
+    lock.lock();
+}
+
+}  // namespace detail
+
 /// Waits on `condition` (with `lock` held on entry and on return) until `ready()` holds or a stop
 /// is requested. Returns `ready()`.
 template <class Ready>
 bool waitUntilReadyOrStopped(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
                              const StopToken& stop, Ready ready) {
-    if (ready()) {
-        return true;
+    if (!ready()) {
+        detail::waitWakingOnStop(condition, lock, stop, [&] {
+            condition.wait(lock, [&] { return ready() || stop.stopRequested(); });
+        });
     }
-    if (!stop.stopPossible()) {
-        condition.wait(lock, ready);
-        return true;
-    }
-    // The wake-up callback takes the same mutex, so it is registered and removed without it held.
-    lock.unlock();
-    {
-        std::mutex& mutex = *lock.mutex();
-        StopCallback wake{stop, [&] {
-                              std::scoped_lock wakeLock{mutex};
-                              condition.notify_all();
-                          }};
-        lock.lock();
-        condition.wait(lock, [&] { return ready() || stop.stopRequested(); });
-        lock.unlock();
-    }
-    lock.lock();
     return ready();
 }
 
@@ -97,21 +105,11 @@ template <class Ready>
 bool waitUntilReadyStoppedOrTimedOut(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
                                      const StopToken& stop, std::chrono::steady_clock::time_point deadline,
                                      Ready ready) {
-    if (ready()) {
-        return true;
+    if (!ready()) {
+        detail::waitWakingOnStop(condition, lock, stop, [&] {
+            condition.wait_until(lock, deadline, [&] { return ready() || stop.stopRequested(); });
+        });
     }
-    lock.unlock();
-    {
-        std::mutex& mutex = *lock.mutex();
-        StopCallback wake{stop, [&] {
-                              std::scoped_lock wakeLock{mutex};
-                              condition.notify_all();
-                          }};
-        lock.lock();
-        condition.wait_until(lock, deadline, [&] { return ready() || stop.stopRequested(); });
-        lock.unlock();
-    }
-    lock.lock();
     return ready();
 }
 
