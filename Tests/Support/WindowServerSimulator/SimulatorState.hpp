@@ -242,6 +242,10 @@ private:
     std::string messagePrefix(id self) const;
 
     // The display model.
+    template <class Result, class Read>
+    Result readDisplay(std::string_view function, CGDirectDisplayID display, Result fallback, Read read);
+    template <class Result, class Read>
+    Result readMode(std::string_view function, CGDisplayModeRef mode, Result fallback, Read read);
     SimulatedDisplay* findDisplay(CGDirectDisplayID displayID);
     const SimulatedDisplay* findDisplay(CGDirectDisplayID displayID) const;
     std::vector<CGDirectDisplayID> activeIDs() const;
@@ -251,7 +255,6 @@ private:
     void connect(SimulatedDisplay display);
     void disconnect(CGDirectDisplayID displayID);
     std::optional<std::size_t> modeIndex(const SimulatedDisplay& display, const SimulatedMode& mode) const;
-    std::vector<CGDirectDisplayID> stagedModeRefusals(const std::vector<StagedChange>& changes) const;
     SimulatedDisplay virtualDisplayFor(const SimObject& display, const SettingsValues& settings) const;
     void deliverCallbacks();
 

@@ -119,7 +119,12 @@ public:
 
     // ---- Failures.
 
-    /// Makes calls of `function` (its Apple name, e.g. "CGCompleteDisplayConfiguration") fail.
+    /// Makes calls of `function` (its Apple name, e.g. "CGCompleteDisplayConfiguration") fail. Every
+    /// function answering a CGError answers `failure.error`; the ones that hand out a value answer
+    /// NULL (CGDisplayCopyDisplayMode, CGDisplayCopyAllDisplayModes, CGDisplayCreateUUIDFromDisplayID,
+    /// CFUUIDCreateString, CFStringCreateWithBytes, CFStringCreateWithCString,
+    /// dispatch_get_global_queue). Plain property reads cannot fail on the real system and do not here.
+    /// The private classes fail through `setVirtualDisplayScript`, `removeClass` and `removeSelector`.
     void failCalls(std::string_view function, Failure failure = {});
     void clearFailures();
 
