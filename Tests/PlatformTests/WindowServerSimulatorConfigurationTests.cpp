@@ -199,6 +199,21 @@ TEST_F(WindowServerSimulatorConfiguration, StopsCallingARemovedCallback) {
     EXPECT_THAT(received.calls, IsEmpty());
 }
 
+TEST_F(WindowServerSimulatorConfiguration, ChangesScheduledDisplaysWhenTheirTimeHasCome) {
+    using namespace std::chrono_literals;
+    simulator.removeDisplayLater(2, 6s);
+    simulator.addDisplayLater(makeDisplay(3, 1280, 1024), 50ms);
+    clock.advance(49ms);
+    EXPECT_THAT(simulator.activeDisplayIDs(), ElementsAre(1u, 2u));
+    clock.advance(1ms);
+    uint32_t count = 0;
+    ASSERT_EQ(cg.CGGetActiveDisplayList(0, nullptr, &count), kCGErrorSuccess);
+    EXPECT_EQ(count, 3u);
+    clock.advance(6s);
+    simulator.waitForCallbacks();
+    EXPECT_THAT(simulator.activeDisplayIDs(), ElementsAre(1u, 3u));
+}
+
 struct ReadingCallback {
     const platform::CoreGraphicsAPI* cg;
     std::atomic<int> calls{0};

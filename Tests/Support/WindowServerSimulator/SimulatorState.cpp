@@ -254,6 +254,19 @@ void SimulatorState::addDisplay(SimulatedDisplay display) {
     connect(std::move(display));
 }
 
+void SimulatorState::addDisplayLater(SimulatedDisplay display, Clock::Duration delay) {
+    Lock lock{mutex_};
+    if (display.displayID == 0 || findDisplay(display.displayID) != nullptr) {
+        stop("addDisplayLater needs a new, non-zero display ID");
+    }
+    pending_.push_back(PendingDisplay{std::move(display), clock_.now() + delay});
+}
+
+void SimulatorState::removeDisplayLater(CGDirectDisplayID displayID, Clock::Duration delay) {
+    Lock lock{mutex_};
+    pendingRemovals_.push_back(PendingRemoval{displayID, clock_.now() + delay});
+}
+
 void SimulatorState::removeDisplay(CGDirectDisplayID displayID) {
     Lock lock{mutex_};
     if (findDisplay(displayID) == nullptr) {
@@ -561,16 +574,29 @@ std::vector<CGDirectDisplayID> SimulatorState::activeIDs() const {
 
 void SimulatorState::bringInDueDisplays() {
     const Clock::Instant now = clock_.now();
-    std::vector<SimulatedDisplay> due;
+    std::vector<SimulatedDisplay> arriving;
     std::erase_if(pending_, [&](PendingDisplay& late) {
         if (late.due > now) {
             return false;
         }
-        due.push_back(std::move(late.display));
+        arriving.push_back(std::move(late.display));
         return true;
     });
-    for (SimulatedDisplay& display : due) {
+    for (SimulatedDisplay& display : arriving) {
         connect(std::move(display));
+    }
+    std::vector<CGDirectDisplayID> leaving;
+    std::erase_if(pendingRemovals_, [&](const PendingRemoval& removal) {
+        if (removal.due > now) {
+            return false;
+        }
+        leaving.push_back(removal.displayID);
+        return true;
+    });
+    for (const CGDirectDisplayID displayID : leaving) {
+        if (findDisplay(displayID) != nullptr) {
+            disconnect(displayID);
+        }
     }
 }
 

@@ -106,6 +106,8 @@ public:
     void setProcessFacts(platform::ProcessFacts facts);
     void addDisplay(SimulatedDisplay display);
     void removeDisplay(CGDirectDisplayID displayID);
+    void addDisplayLater(SimulatedDisplay display, Clock::Duration delay);
+    void removeDisplayLater(CGDirectDisplayID displayID, Clock::Duration delay);
     void moveDisplay(CGDirectDisplayID displayID, CGPoint origin);
     void setCurrentMode(CGDirectDisplayID displayID, std::size_t modeIndex);
     void setMirrorSource(CGDirectDisplayID displayID, CGDirectDisplayID source);
@@ -274,6 +276,11 @@ private:
         Clock::Instant due;
     };
     std::vector<PendingDisplay> pending_;
+    struct PendingRemoval {
+        CGDirectDisplayID displayID;
+        Clock::Instant due;
+    };
+    std::vector<PendingRemoval> pendingRemovals_;
 
     struct ScriptedFailure {
         Failure failure;
