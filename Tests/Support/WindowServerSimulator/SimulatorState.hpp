@@ -42,6 +42,7 @@ struct SimClass {
 /// of these, and every pointer received is looked up before use, so misuse is reported, not crashed on.
 struct SimObject {
     ObjectKind kind = ObjectKind::instance;
+    std::uint64_t creation = 0;  // order of creation, for stable reports
     SimClass* isa = nullptr;
     long retainCount = 1;
     bool immortal = false;
@@ -289,6 +290,7 @@ private:
     std::map<std::string, ScriptedFailure, std::less<>> failures_;
 
     std::unordered_map<const void*, std::unique_ptr<SimObject>> objects_;
+    std::uint64_t objectsCreated_ = 0;
     const void* trueValue_ = nullptr;
     const void* duplicateModesKey_ = nullptr;
 
