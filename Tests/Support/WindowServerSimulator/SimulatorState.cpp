@@ -390,16 +390,16 @@ void SimulatorState::clearCalls() {
 std::vector<std::string> SimulatorState::hygieneProblems() const {
     Lock lock{mutex_};
     std::vector<std::string> problems;
-    std::vector<std::pair<const void*, const SimObject*>> leaked;
+    std::vector<const SimObject*> leaked;
     for (const auto& [pointer, object] : objects_) {
         if (!object->immortal) {
-            leaked.emplace_back(pointer, object.get());
+            leaked.push_back(object.get());
         }
     }
-    std::sort(leaked.begin(), leaked.end());
-    for (const auto& [pointer, object] : leaked) {
-        problems.push_back(
-            fmt::format("leaked {} (retain count {})", describe(pointer), object->retainCount));
+    std::sort(leaked.begin(), leaked.end(),
+              [](const SimObject* left, const SimObject* right) { return left->creation < right->creation; });
+    for (const SimObject* object : leaked) {
+        problems.push_back(fmt::format("leaked {} (retain count {})", describe(object), object->retainCount));
     }
     if (!pools_.empty()) {
         problems.push_back(fmt::format("{} autorelease pool(s) left open", pools_.size()));
@@ -419,6 +419,7 @@ std::vector<std::string> SimulatorState::hygieneProblems() const {
 SimObject* SimulatorState::newObject(ObjectKind kind, SimClass* isa) {
     auto object = std::make_unique<SimObject>();
     object->kind = kind;
+    object->creation = objectsCreated_++;
     object->isa = isa != nullptr ? isa : bridgeClass_;
     SimObject* const pointer = object.get();
     objects_.emplace(pointer, std::move(object));
