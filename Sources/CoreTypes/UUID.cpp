@@ -9,9 +9,18 @@ namespace screenweaver {
 
 namespace {
 
-bool isHexDigit(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'f') ||
-           (character >= 'A' && character <= 'F');
+// The value of a hexadecimal digit of either case, or -1.
+int hexValue(char character) {
+    if (character >= '0' && character <= '9') {
+        return character - '0';
+    }
+    if (character >= 'a' && character <= 'f') {
+        return character - 'a' + 10;
+    }
+    if (character >= 'A' && character <= 'F') {
+        return character - 'A' + 10;
+    }
+    return -1;
 }
 
 }  // namespace
@@ -21,21 +30,26 @@ std::optional<UUID> UUID::parse(std::string_view text) {
     if (text.size() != canonicalLength) {
         return std::nullopt;
     }
-    for (std::size_t index = 0; index < canonicalLength; ++index) {
-        const bool hyphenPlace = index == 8 || index == 13 || index == 18 || index == 23;
-        if (hyphenPlace ? text[index] != '-' : !isHexDigit(text[index])) {
+    // Converted here rather than by libuuid: documents hold thousands of UUIDs, and the form is
+    // checked digit by digit anyway.
+    Bytes bytes{};
+    std::size_t byteIndex = 0;
+    for (std::size_t index = 0; index < canonicalLength;) {
+        if (index == 8 || index == 13 || index == 18 || index == 23) {
+            if (text[index] != '-') {
+                return std::nullopt;
+            }
+            ++index;
+            continue;
+        }
+        const int high = hexValue(text[index]);
+        const int low = hexValue(text[index + 1]);
+        if (high < 0 || low < 0) {
             return std::nullopt;
         }
+        bytes[byteIndex++] = static_cast<std::uint8_t>(high * 16 + low);
+        index += 2;
     }
-    // The form has been checked above; libuuid only converts it.
-    std::array<char, canonicalLength + 1> terminated{};
-    std::memcpy(terminated.data(), text.data(), canonicalLength);
-    uuid_t parsed{};
-    if (uuid_parse(terminated.data(), parsed) != 0) {
-        return std::nullopt;
-    }
-    Bytes bytes{};
-    std::memcpy(bytes.data(), parsed, bytes.size());
     return UUID{bytes};
 }
 
@@ -48,19 +62,27 @@ UUID UUID::random() {
 }
 
 std::string UUID::uuidString() const {
-    uuid_t raw{};
-    std::memcpy(raw, bytes_.data(), bytes_.size());
-    std::array<char, 37> text{};
-    uuid_unparse_upper(raw, text.data());
-    return std::string{text.data(), 36};
+    constexpr std::array<char, 16> digits{'0', '1', '2', '3', '4', '5', '6', '7',
+                                          '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'};
+    std::string text(36, '-');
+    std::size_t position = 0;
+    for (std::size_t index = 0; index < bytes_.size(); ++index) {
+        if (index == 4 || index == 6 || index == 8 || index == 10) {
+            ++position;
+        }
+        text[position++] = digits[bytes_[index] >> 4U];
+        text[position++] = digits[bytes_[index] & 0x0FU];
+    }
+    return text;
 }
 
 }  // namespace screenweaver
 
 std::size_t std::hash<screenweaver::UUID>::operator()(const screenweaver::UUID& uuid) const noexcept {
-    screenweaver::Hasher hasher;
-    for (const auto byte : uuid.bytes()) {
-        hasher.combine(byte);
-    }
-    return hasher.finalize();
+    // The two halves of the 16 bytes, as two words.
+    std::uint64_t high = 0;
+    std::uint64_t low = 0;
+    std::memcpy(&high, uuid.bytes().data(), sizeof high);
+    std::memcpy(&low, uuid.bytes().data() + sizeof high, sizeof low);
+    return screenweaver::hashFields(high, low);
 }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "CoreTypes/Coding/JSONForm.hpp"
+#include "CoreTypes/Model/HotkeyAction.hpp"
+#include "CoreTypes/Model/KeyCombo.hpp"
+
+namespace screenweaver {
+
+/// "keyCode" then "modifiers", both required.
+template <>
+struct JSONForm<KeyCombo> {
+    static void write(JSONWriter& writer, const KeyCombo& combo);
+    static std::expected<KeyCombo, DecodingError> read(const JSONValue& value);
+};
+
+/// The raw value string.
+template <>
+struct JSONForm<HotkeyAction> {
+    static void write(JSONWriter& writer, HotkeyAction action) { writer.string(rawValue(action)); }
+    static std::expected<HotkeyAction, DecodingError> read(const JSONValue& value);
+};
+
+}  // namespace screenweaver

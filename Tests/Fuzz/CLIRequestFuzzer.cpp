@@ -1,0 +1,7 @@
+#include "CoreTypes/Model/CLIRequestJSON.hpp"
+#include "FuzzRoundTrip.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    screenweaver::fuzzing::decodeAndRoundTrip<screenweaver::CLIRequest>(data, size);
+    return 0;
+}
