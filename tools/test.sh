@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, then builds and tests every preset, checks formatting and runs the
-# static checks. Stops at the first failure.
+# Installs what is missing, then builds and tests every preset, fuzzes every decoder for a bounded
+# time, checks formatting and runs the static checks. Stops at the first failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -10,6 +10,9 @@ for preset in default apple-like asan tsan; do
     echo "== ${preset}: configure, build, test"
     cmake --workflow --preset "${preset}"
 done
+
+echo "== fuzzing every decoder for a bounded time"
+tools/fuzz.sh
 
 echo "== formatting"
 tools/check-format.sh
