@@ -3,6 +3,7 @@
 #include <expected>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 #include "CoreTypes/Coding/JSONForm.hpp"
 
@@ -16,7 +17,7 @@ namespace screenweaver {
 ///     KeyCombo combo;
 ///     reader.required("keyCode", combo.keyCode);
 ///     reader.required("modifiers", combo.modifiers);
-///     return reader.finish(std::move(combo));
+///     return reader.finish(combo);
 class KeyedReader {
 public:
     /// A value that is not an object fails at once (null as value-not-found, anything else as a
@@ -93,7 +94,7 @@ public:
 
     /// The record read, or the first error.
     template <class T>
-    std::expected<T, DecodingError> finish(T&& record) {
+    std::expected<std::remove_cvref_t<T>, DecodingError> finish(T&& record) {
         if (error_) {
             return std::unexpected(std::move(*error_));
         }

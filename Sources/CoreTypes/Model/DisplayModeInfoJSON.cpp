@@ -27,7 +27,7 @@ std::expected<DisplayModeInfo, DecodingError> JSONForm<DisplayModeInfo>::read(co
     reader.required("pointWidth", mode.pointWidth);
     reader.required("pointHeight", mode.pointHeight);
     reader.required("refreshRate", mode.refreshRate);
-    return reader.finish(std::move(mode));
+    return reader.finish(mode);
 }
 
 }  // namespace screenweaver

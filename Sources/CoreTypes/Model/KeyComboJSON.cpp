@@ -19,7 +19,7 @@ std::expected<KeyCombo, DecodingError> JSONForm<KeyCombo>::read(const JSONValue&
     KeyCombo combo;
     reader.required("keyCode", combo.keyCode);
     reader.required("modifiers", combo.modifiers);
-    return reader.finish(std::move(combo));
+    return reader.finish(combo);
 }
 
 std::expected<HotkeyAction, DecodingError> JSONForm<HotkeyAction>::read(const JSONValue& value) {
