@@ -150,7 +150,7 @@ std::expected<void, DisplayError> DisplayProvider::stageUnmirroring(
     for (const std::uint32_t id : displayIDs) {
         // Mirroring the null display means mirroring nothing.
         if (const CGError error =
-                platform.coreGraphics->CGConfigureDisplayMirrorOfDisplay(config, id, kCGNullDirectDisplay);
+                platform.coreGraphics->CGConfigureDisplayMirrorOfDisplay(config, id, CGDirectDisplayID{0});
             error != kCGErrorSuccess) {
             return std::unexpected{DisplayError::configurationFailed(
                 "un-mirror of display " + std::to_string(id) + cgErrorSuffix(error))};
