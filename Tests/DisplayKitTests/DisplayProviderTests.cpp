@@ -206,10 +206,60 @@ TEST_F(DisplayProviderTest, PublishesOneTopologyIntervalAfterABurstOfCallbacks) 
     clock.advance(std::chrono::nanoseconds{1});
     const auto published = changes.next();
     ASSERT_TRUE(published.has_value());
+    EXPECT_EQ(coreGraphicsCalls({"CGGetActiveDisplayList"}).size(), 2U) << "exactly one snapshot";
     EXPECT_EQ(published, provider().snapshot());
     EXPECT_EQ(published->displays[1].bounds, (Rect{{-1280, 0}, {1280, 800}}));
     EXPECT_FALSE(DisplayProviderTestApi::burstInFlight(provider()));
     EXPECT_EQ(changes.tryNext(), std::nullopt);
+}
+
+TEST_F(DisplayProviderTest, PublishesOnceIntervalAfterTheFifthOfFiveCallbacksWithinTheInterval) {
+    simulator.addDisplay(display(1, 1920, 1080, {0, 0}));
+    DisplayProvider& subject = provider();
+    auto changes = subject.changes();
+    const Clock::Instant start = clock.now();
+    for (int call = 0; call < 5; ++call) {
+        DisplayProvider::reconfigurationCallback(
+            1, call == 0 ? CGDisplayChangeSummaryFlags{kCGDisplayBeginConfigurationFlag} : 0U, &subject);
+        clock.waitForSleepers(1);
+        clock.advance(std::chrono::milliseconds{40});
+    }
+    // The fifth callback came at start + 160 ms.
+    clock.advanceTo(start + std::chrono::milliseconds{160} + debounceInterval - std::chrono::nanoseconds{1});
+    clock.waitForSleepers(1);
+    EXPECT_EQ(changes.tryNext(), std::nullopt);
+    EXPECT_TRUE(coreGraphicsCalls({"CGGetActiveDisplayList"}).empty());
+
+    clock.advance(std::chrono::nanoseconds{1});
+    ASSERT_TRUE(changes.next().has_value());
+    EXPECT_EQ(coreGraphicsCalls({"CGGetActiveDisplayList"}).size(), 2U) << "exactly one snapshot";
+    EXPECT_EQ(changes.tryNext(), std::nullopt);
+}
+
+TEST_F(DisplayProviderTest, PublishesTwiceForTwoCallbacksFurtherApartThanTheInterval) {
+    simulator.addDisplay(display(1, 1920, 1080, {0, 0}));
+    DisplayProvider& subject = provider();
+    auto changes = subject.changes();
+    DisplayProvider::reconfigurationCallback(1, 0, &subject);
+    clock.waitForSleepers(1);
+    clock.advance(debounceInterval);
+    ASSERT_TRUE(changes.next().has_value());
+    clock.advance(std::chrono::milliseconds{1});
+    DisplayProvider::reconfigurationCallback(1, 0, &subject);
+    clock.waitForSleepers(1);
+    clock.advance(debounceInterval);
+    ASSERT_TRUE(changes.next().has_value());
+    EXPECT_EQ(coreGraphicsCalls({"CGGetActiveDisplayList"}).size(), 4U) << "two snapshots";
+}
+
+TEST_F(DisplayProviderTest, StopsFeedingASubscriberThatStoppedListening) {
+    DisplayProvider& subject = provider();
+    auto staying = subject.changes();
+    { auto leaving = subject.changes(); }
+    DisplayProvider::reconfigurationCallback(1, 0, &subject);
+    clock.waitForSleepers(1);
+    clock.advance(debounceInterval);
+    EXPECT_EQ(staying.next(), DisplayTopology{});
 }
 
 TEST(DisplayProviderWithoutPlatform, FailsEveryReadAndRegistersNothing) {
