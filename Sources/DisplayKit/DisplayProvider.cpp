@@ -148,15 +148,12 @@ DisplayRef DisplayProvider::ref(const PlatformAPI& platform, std::uint32_t displ
         return DisplayRef::physical(std::move(*uuid));
     }
     // Without the CoreGraphics table the numbers cannot be read and count as 0.
-    const auto* const coreGraphics = platform.coreGraphics;
-    const auto number = [&](std::uint32_t (*read)(CGDirectDisplayID)) {
-        return std::to_string(coreGraphics != nullptr ? read(displayID) : 0U);
-    };
-    const std::string fallback = coreGraphics != nullptr
-                                     ? number(coreGraphics->CGDisplayVendorNumber) + "-" +
-                                           number(coreGraphics->CGDisplayModelNumber) + "-" +
-                                           number(coreGraphics->CGDisplaySerialNumber)
-                                     : "0-0-0";
+    std::string fallback = "0-0-0";
+    if (const auto* const coreGraphics = platform.coreGraphics) {
+        fallback = std::to_string(coreGraphics->CGDisplayVendorNumber(displayID)) + "-" +
+                   std::to_string(coreGraphics->CGDisplayModelNumber(displayID)) + "-" +
+                   std::to_string(coreGraphics->CGDisplaySerialNumber(displayID));
+    }
     Log::display().error("No ColorSync UUID for display " + std::to_string(displayID) + "; using " +
                          fallback);
     return DisplayRef::physical(fallback);

@@ -116,6 +116,21 @@ TEST_F(DisplayProviderTest, NamesADisplayWithoutColorSyncUUIDByVendorModelAndSer
                                       "No ColorSync UUID for display 1; using 1552-4-0"}}));
 }
 
+TEST_F(DisplayProviderTest, NamesADisplayByItsNumbersWhenItsUUIDCannotBeRendered) {
+    auto display = simulation::makeDisplay(2, 1920, 1080);
+    display.colorSyncUUID = "E621E1F8-C36C-495A-93FC-0C247A3E6E5F";
+    display.vendorNumber = 4268;
+    display.modelNumber = 41234;
+    display.serialNumber = 808464432;
+    simulator.addDisplay(display);
+    simulator.failCalls("CFUUIDCreateString");
+    const ScopedLogCapture capture;
+    EXPECT_EQ(DisplayProvider::ref(platform, 2), DisplayRef::physical("4268-41234-808464432"));
+    EXPECT_EQ(capture.entries(),
+              (std::vector<LogEntry>{{"org.screenweaver", "display", LogLevel::error,
+                                      "No ColorSync UUID for display 2; using 4268-41234-808464432"}}));
+}
+
 TEST_F(DisplayProviderTest, NamesADisplayByItsColorSyncUUIDInUpperCase) {
     auto display = simulation::makeDisplay(1, 1920, 1080);
     display.colorSyncUUID = "e621e1f8-c36c-495a-93fc-0c247a3e6e5f";
@@ -270,6 +285,9 @@ TEST(DisplayProviderWithoutPlatform, FailsEveryReadAndRegistersNothing) {
     EXPECT_EQ(DisplayProvider::takeSnapshot(platform::PlatformAPI{}).error(),
               DisplayError::enumerationFailed());
     EXPECT_EQ(provider.availableModes(1).error(), DisplayError::modeListUnavailable(1));
+    const ScopedLogCapture capture;
+    EXPECT_EQ(DisplayProvider::ref(platform::PlatformAPI{}, 7), DisplayRef::physical("0-0-0"));
+    EXPECT_EQ(capture.entries().size(), 1U);
 }
 
 }  // namespace
