@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <unordered_set>
 
 #include "CoreTypes/Log.hpp"
 #include "CoreTypes/TextRendering.hpp"
@@ -96,15 +97,11 @@ std::expected<DisplayTopology, DisplayError> DisplayProvider::settledTopology(co
                                settleTimeout_, clock_};
     auto settled = waiter.firstSettledTopology(
         [&required](const DisplayTopology& topology) {
-            std::size_t present = 0;
-            for (const std::uint32_t id : required) {
-                present +=
-                    std::ranges::any_of(topology.displays,
-                                        [id](const LiveDisplay& display) { return display.displayID == id; })
-                        ? 1U
-                        : 0U;
+            std::unordered_set<std::uint32_t> online;
+            for (const auto& display : topology.displays) {
+                online.insert(display.displayID);
             }
-            return present == required.size();
+            return std::ranges::all_of(required, [&online](std::uint32_t id) { return online.contains(id); });
         },
         stop);
     if (settled) {
