@@ -63,6 +63,16 @@ public:
 private:
     using ActorLock = std::unique_lock<std::mutex>;
 
+    struct GatedMaker {
+        VirtualDisplayGateOutcome outcome;
+        std::unique_ptr<NativeVirtualDisplayMaking> builder;
+    };
+
+    /// Resolution and gating, done once when the manager is made.
+    [[nodiscard]] static GatedMaker resolveAndGate(const platform::PlatformAPI& platform);
+
+    VirtualDisplayManager(GatedMaker gated, std::shared_ptr<LiveDisplayProbing> probe, const Clock& clock);
+
     struct Rung {
         std::unique_ptr<RetainedDisplay> display;
         double ppi = 0.0;
