@@ -169,9 +169,9 @@ void VirtualDisplayManager::pause(ActorLock& lock, const StopToken& stop) const 
 }
 
 std::optional<LiveDisplaySnapshot> VirtualDisplayManager::snapshot(std::uint32_t displayID) const {
-    for (LiveDisplaySnapshot& display : probe_->activeDisplays()) {
+    for (const LiveDisplaySnapshot& display : probe_->activeDisplays()) {
         if (display.displayID == displayID) {
-            return std::move(display);
+            return display;
         }
     }
     return std::nullopt;

@@ -5,9 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "CoreTypes/Clock.hpp"

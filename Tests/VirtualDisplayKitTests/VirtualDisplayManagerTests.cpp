@@ -1,5 +1,5 @@
-// The manager's logic against a scripted maker and probe; the real builder and probe against the
-// simulated window server are tested in the simulator's own suites.
+// The manager's logic against a scripted maker and probe. The manager with its real builder and
+// probe is tested on the simulated window server in VirtualDisplayManagerSimulatorTests.
 #include <chrono>
 #include <future>
 #include <gtest/gtest.h>
