@@ -135,6 +135,16 @@ TEST_F(PrivateAPIResolution, MacOS13IsBlockedForItsVersionThoughTheClassesArePre
     EXPECT_TRUE(simulator.virtualDisplays().empty());
 }
 
+TEST_F(PrivateAPIResolution, MacOS14And26AreAvailableWithoutComment) {
+    for (const int version : {14, 26}) {
+        simulator.setProcessFacts({.macOSMajorVersion = version, .realUserID = 501});
+        platform = simulator.platform();
+        VirtualDisplayManager manager{platform, std::make_shared<CoreGraphicsDisplayProbe>(platform), clock};
+        EXPECT_EQ(manager.availability(), VirtualDisplayAvailability::available()) << version;
+    }
+    EXPECT_TRUE(logged().empty());
+}
+
 TEST_F(PrivateAPIResolution, MacOS27ProceedsAfterLoggingThatItIsBeyondTheValidatedReleases) {
     simulator.setProcessFacts({.macOSMajorVersion = 27, .realUserID = 501});
     platform = simulator.platform();

@@ -65,6 +65,23 @@ TEST_F(ManagerOnSimulator, AFirstRungRefusedAndASecondAcceptedYieldsTheSecondDen
                      entry(LogLevel::info, "created virtual display 4096 at 5120x1440, 120 PPI accepted")}));
 }
 
+TEST_F(ManagerOnSimulator, EachRungIsBuiltInsideAnAutoreleasePoolOfItsOwn) {
+    simulator.setVirtualDisplayScript({.refuseAttempts = {true}});
+    auto manager = makeManager();
+    simulator.clearCalls();
+    const auto handle = manager.create(wideSpec(), {});
+    ASSERT_TRUE(handle);
+    std::vector<std::string> pools;
+    for (const std::string& call : simulator.calls(CallFamily::objcRuntime)) {
+        if (call.starts_with("objc_autoreleasePool")) {
+            pools.push_back(call.substr(0, call.find('(')));
+        }
+    }
+    EXPECT_EQ(pools, (std::vector<std::string>{"objc_autoreleasePoolPush", "objc_autoreleasePoolPop",
+                                               "objc_autoreleasePoolPush", "objc_autoreleasePoolPop"}));
+    manager.release(*handle, {});
+}
+
 TEST_F(ManagerOnSimulator, WithEveryRungRefusedTheLastRungsErrorIsThrownAfterOneLogPerRung) {
     simulator.setVirtualDisplayScript({.refuseEveryDescriptor = true});
     auto manager = makeManager();
