@@ -1,7 +1,5 @@
 #pragma once
 
-#include <type_traits>
-
 #include "Platform/ObjCRuntimeAPI.hpp"
 
 namespace screenweaver::platform {
@@ -13,16 +11,13 @@ namespace screenweaver::platform {
 /// called through a pointer of the method's exact type `Result (*)(id, SEL, Arguments...)`, never
 /// through a variadic prototype. `Result` and the argument types must be exactly the method's:
 /// pass `uint32_t{5120}`, not `5120`, for an `unsigned int` parameter, and `dispatch_queue_t`, not
-/// `dispatch_queue_global_t`, where the method declares a queue. Struct results larger than 16
-/// bytes (CGRect) would need a different path on x86_64; no method the system sends returns one.
+/// `dispatch_queue_global_t`, where the method declares a queue. Because the implementation itself
+/// is called, a struct result of any size follows the ordinary C calling convention: the
+/// objc_msgSend / objc_msgSend_stret distinction of x86_64 does not arise.
 ///
 /// A message to nil answers a zero value without calling anything, as in Objective-C.
 template <class Result, class... Arguments>
 Result sendMessage(const ObjCRuntimeAPI& runtime, id receiver, SEL selector, Arguments... arguments) {
-    if constexpr (!std::is_void_v<Result>) {
-        static_assert(sizeof(Result) <= 16,
-                      "struct results above 16 bytes need objc_msgSend_stret on x86_64");
-    }
     if (receiver == nullptr) {
         return Result();
     }

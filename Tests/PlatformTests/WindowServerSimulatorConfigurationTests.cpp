@@ -1,3 +1,4 @@
+#include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <mutex>
@@ -196,6 +197,59 @@ TEST_F(WindowServerSimulatorConfiguration, StopsCallingARemovedCallback) {
     simulator.waitForCallbacks();
     std::scoped_lock lock{received.mutex};
     EXPECT_THAT(received.calls, IsEmpty());
+}
+
+TEST_F(WindowServerSimulatorConfiguration, ChangesScheduledDisplaysWhenTheirTimeHasCome) {
+    using namespace std::chrono_literals;
+    simulator.removeDisplayLater(2, 6s);
+    simulator.addDisplayLater(makeDisplay(3, 1280, 1024), 50ms);
+    clock.advance(49ms);
+    EXPECT_THAT(simulator.activeDisplayIDs(), ElementsAre(1u, 2u));
+    clock.advance(1ms);
+    uint32_t count = 0;
+    ASSERT_EQ(cg.CGGetActiveDisplayList(0, nullptr, &count), kCGErrorSuccess);
+    EXPECT_EQ(count, 3u);
+    clock.advance(6s);
+    simulator.waitForCallbacks();
+    EXPECT_THAT(simulator.activeDisplayIDs(), ElementsAre(1u, 3u));
+}
+
+struct ReadingCallback {
+    const platform::CoreGraphicsAPI* cg;
+    std::atomic<int> calls{0};
+};
+
+// Reads the display list from inside the callback, as a provider taking a snapshot would.
+void readDisplays(CGDirectDisplayID, CGDisplayChangeSummaryFlags, void* userInfo) {
+    auto& reader = *static_cast<ReadingCallback*>(userInfo);
+    uint32_t count = 0;
+    reader.cg->CGGetActiveDisplayList(0, nullptr, &count);
+    ++reader.calls;
+}
+
+TEST_F(WindowServerSimulatorConfiguration, ServesSeveralThreadsWhileDeliveringCallbacks) {
+    ReadingCallback reader{&cg};
+    ASSERT_EQ(cg.CGDisplayRegisterReconfigurationCallback(&readDisplays, &reader), kCGErrorSuccess);
+    std::vector<std::thread> readers;
+    for (int thread = 0; thread < 3; ++thread) {
+        readers.emplace_back([&] {
+            for (int round = 0; round < 50; ++round) {
+                const auto modes = CFRef<CFArrayRef>::adopt(cf, cg.CGDisplayCopyAllDisplayModes(2, nullptr));
+                EXPECT_EQ(cf.CFArrayGetCount(modes.get()), 2);
+                EXPECT_NE(cg.CGDisplayBounds(1).size.width, 0);
+            }
+        });
+    }
+    for (int round = 0; round < 20; ++round) {
+        simulator.moveDisplay(2, CGPoint{1920, static_cast<CGFloat>(round)});
+    }
+    for (std::thread& thread : readers) {
+        thread.join();
+    }
+    simulator.waitForCallbacks();
+    // Each move is a burst of one begin call per display and one end call.
+    EXPECT_EQ(reader.calls.load(), 20 * 3);
+    ASSERT_EQ(cg.CGDisplayRemoveReconfigurationCallback(&readDisplays, &reader), kCGErrorSuccess);
 }
 
 }  // namespace

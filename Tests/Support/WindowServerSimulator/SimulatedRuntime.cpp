@@ -306,7 +306,11 @@ std::string SimulatorState::messagePrefix(id self) const {
 SimObject* SimulatorState::instanceOf(id self, PrivateKind kind) const {
     SimObject* const object = lookUp(self);
     if (object == nullptr || object->kind != ObjectKind::instance || object->isa->kind != kind) {
-        violation(fmt::format("a message for {} reached {}", static_cast<int>(kind), describe(self)));
+        static constexpr const char* classNames[] = {"NSObject", "CGVirtualDisplayDescriptor",
+                                                     "CGVirtualDisplayMode", "CGVirtualDisplaySettings",
+                                                     "CGVirtualDisplay"};
+        violation(fmt::format("a message for {} reached {}", classNames[static_cast<std::size_t>(kind)],
+                              describe(self)));
         return nullptr;
     }
     return object;

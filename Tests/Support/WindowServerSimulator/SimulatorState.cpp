@@ -254,6 +254,19 @@ void SimulatorState::addDisplay(SimulatedDisplay display) {
     connect(std::move(display));
 }
 
+void SimulatorState::addDisplayLater(SimulatedDisplay display, Clock::Duration delay) {
+    Lock lock{mutex_};
+    if (display.displayID == 0 || findDisplay(display.displayID) != nullptr) {
+        stop("addDisplayLater needs a new, non-zero display ID");
+    }
+    pending_.push_back(PendingDisplay{std::move(display), clock_.now() + delay});
+}
+
+void SimulatorState::removeDisplayLater(CGDirectDisplayID displayID, Clock::Duration delay) {
+    Lock lock{mutex_};
+    pendingRemovals_.push_back(PendingRemoval{displayID, clock_.now() + delay});
+}
+
 void SimulatorState::removeDisplay(CGDirectDisplayID displayID) {
     Lock lock{mutex_};
     if (findDisplay(displayID) == nullptr) {
@@ -377,16 +390,16 @@ void SimulatorState::clearCalls() {
 std::vector<std::string> SimulatorState::hygieneProblems() const {
     Lock lock{mutex_};
     std::vector<std::string> problems;
-    std::vector<std::pair<const void*, const SimObject*>> leaked;
+    std::vector<const SimObject*> leaked;
     for (const auto& [pointer, object] : objects_) {
         if (!object->immortal) {
-            leaked.emplace_back(pointer, object.get());
+            leaked.push_back(object.get());
         }
     }
-    std::sort(leaked.begin(), leaked.end());
-    for (const auto& [pointer, object] : leaked) {
-        problems.push_back(
-            fmt::format("leaked {} (retain count {})", describe(pointer), object->retainCount));
+    std::sort(leaked.begin(), leaked.end(),
+              [](const SimObject* left, const SimObject* right) { return left->creation < right->creation; });
+    for (const SimObject* object : leaked) {
+        problems.push_back(fmt::format("leaked {} (retain count {})", describe(object), object->retainCount));
     }
     if (!pools_.empty()) {
         problems.push_back(fmt::format("{} autorelease pool(s) left open", pools_.size()));
@@ -406,6 +419,7 @@ std::vector<std::string> SimulatorState::hygieneProblems() const {
 SimObject* SimulatorState::newObject(ObjectKind kind, SimClass* isa) {
     auto object = std::make_unique<SimObject>();
     object->kind = kind;
+    object->creation = objectsCreated_++;
     object->isa = isa != nullptr ? isa : bridgeClass_;
     SimObject* const pointer = object.get();
     objects_.emplace(pointer, std::move(object));
@@ -561,16 +575,29 @@ std::vector<CGDirectDisplayID> SimulatorState::activeIDs() const {
 
 void SimulatorState::bringInDueDisplays() {
     const Clock::Instant now = clock_.now();
-    std::vector<SimulatedDisplay> due;
+    std::vector<SimulatedDisplay> arriving;
     std::erase_if(pending_, [&](PendingDisplay& late) {
         if (late.due > now) {
             return false;
         }
-        due.push_back(std::move(late.display));
+        arriving.push_back(std::move(late.display));
         return true;
     });
-    for (SimulatedDisplay& display : due) {
+    for (SimulatedDisplay& display : arriving) {
         connect(std::move(display));
+    }
+    std::vector<CGDirectDisplayID> leaving;
+    std::erase_if(pendingRemovals_, [&](const PendingRemoval& removal) {
+        if (removal.due > now) {
+            return false;
+        }
+        leaving.push_back(removal.displayID);
+        return true;
+    });
+    for (const CGDirectDisplayID displayID : leaving) {
+        if (findDisplay(displayID) != nullptr) {
+            disconnect(displayID);
+        }
     }
 }
 
@@ -695,45 +722,62 @@ CGError SimulatorState::getActiveDisplayList(uint32_t maxDisplays, CGDirectDispl
     return kCGErrorSuccess;
 }
 
-#define SCREENWEAVER_DISPLAY_READ(method, name, expression, fallback)            \
-    Lock lock{mutex_};                                                           \
-    bringInDueDisplays();                                                        \
-    record(CallFamily::coreGraphics, fmt::format(name "(display={})", display)); \
-    const SimulatedDisplay* const found = findDisplay(display);                  \
-    if (found == nullptr) {                                                      \
-        return fallback;                                                         \
-    }                                                                            \
-    return expression;
+template <class Result, class Read>
+Result SimulatorState::readDisplay(std::string_view function, CGDirectDisplayID display, Result fallback,
+                                   Read read) {
+    Lock lock{mutex_};
+    bringInDueDisplays();
+    record(CallFamily::coreGraphics, fmt::format("{}(display={})", function, display));
+    const SimulatedDisplay* const found = findDisplay(display);
+    return found != nullptr ? read(*found) : fallback;
+}
 
-uint32_t SimulatorState::vendorNumber(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(vendorNumber, "CGDisplayVendorNumber", found->vendorNumber, 0)}
+uint32_t SimulatorState::vendorNumber(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayVendorNumber", display, uint32_t{0},
+                       [](const SimulatedDisplay& found) { return found.vendorNumber; });
+}
 
-uint32_t SimulatorState::modelNumber(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(modelNumber, "CGDisplayModelNumber", found->modelNumber, 0)}
+uint32_t SimulatorState::modelNumber(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayModelNumber", display, uint32_t{0},
+                       [](const SimulatedDisplay& found) { return found.modelNumber; });
+}
 
-uint32_t SimulatorState::serialNumber(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(serialNumber, "CGDisplaySerialNumber", found->serialNumber, 0)}
+uint32_t SimulatorState::serialNumber(CGDirectDisplayID display) {
+    return readDisplay("CGDisplaySerialNumber", display, uint32_t{0},
+                       [](const SimulatedDisplay& found) { return found.serialNumber; });
+}
 
-boolean_t SimulatorState::isBuiltin(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(isBuiltin, "CGDisplayIsBuiltin", boolean_t{found->builtin}, 0)}
+boolean_t SimulatorState::isBuiltin(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayIsBuiltin", display, boolean_t{0},
+                       [](const SimulatedDisplay& found) { return boolean_t{found.builtin}; });
+}
 
-boolean_t SimulatorState::isMain(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(isMain, "CGDisplayIsMain", boolean_t{found->main}, 0)}
+boolean_t SimulatorState::isMain(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayIsMain", display, boolean_t{0},
+                       [](const SimulatedDisplay& found) { return boolean_t{found.main}; });
+}
 
-boolean_t SimulatorState::isAsleep(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(isAsleep, "CGDisplayIsAsleep", boolean_t{found->asleep}, 0)}
+boolean_t SimulatorState::isAsleep(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayIsAsleep", display, boolean_t{0},
+                       [](const SimulatedDisplay& found) { return boolean_t{found.asleep}; });
+}
 
-CGDirectDisplayID SimulatorState::mirrorsDisplay(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(mirrorsDisplay, "CGDisplayMirrorsDisplay", found->mirrorSource, 0)}
+CGDirectDisplayID SimulatorState::mirrorsDisplay(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayMirrorsDisplay", display, CGDirectDisplayID{0},
+                       [](const SimulatedDisplay& found) { return found.mirrorSource; });
+}
 
-size_t SimulatorState::pixelsWide(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(pixelsWide, "CGDisplayPixelsWide",
-                              found->currentMode ? found->modes[*found->currentMode].pixelWidth : 0, 0)}
+size_t SimulatorState::pixelsWide(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayPixelsWide", display, size_t{0}, [](const SimulatedDisplay& found) {
+        return found.currentMode ? found.modes[*found.currentMode].pixelWidth : 0;
+    });
+}
 
-size_t SimulatorState::pixelsHigh(CGDirectDisplayID display){
-    SCREENWEAVER_DISPLAY_READ(pixelsHigh, "CGDisplayPixelsHigh",
-                              found->currentMode ? found->modes[*found->currentMode].pixelHeight : 0, 0)}
-#undef SCREENWEAVER_DISPLAY_READ
+size_t SimulatorState::pixelsHigh(CGDirectDisplayID display) {
+    return readDisplay("CGDisplayPixelsHigh", display, size_t{0}, [](const SimulatedDisplay& found) {
+        return found.currentMode ? found.modes[*found.currentMode].pixelHeight : 0;
+    });
+}
 
 CGRect SimulatorState::bounds(CGDirectDisplayID display) {
     Lock lock{mutex_};
@@ -806,28 +850,39 @@ CFArrayRef SimulatorState::copyAllDisplayModes(CGDirectDisplayID display, CFDict
     return reinterpret_cast<CFArrayRef>(array);
 }
 
-#define SCREENWEAVER_MODE_READ(name, field, fallback)                                \
-    Lock lock{mutex_};                                                               \
-    record(CallFamily::coreGraphics, fmt::format(name "(mode={})", describe(mode))); \
-    const SimObject* const object = lookUpKind(mode, ObjectKind::displayMode, name); \
-    return object != nullptr ? object->mode.field : fallback;
-
-size_t SimulatorState::modePixelWidth(CGDisplayModeRef mode){
-    SCREENWEAVER_MODE_READ("CGDisplayModeGetPixelWidth", pixelWidth, 0)}
-
-size_t SimulatorState::modePixelHeight(CGDisplayModeRef mode){
-    SCREENWEAVER_MODE_READ("CGDisplayModeGetPixelHeight", pixelHeight, 0)}
-
-size_t SimulatorState::modeWidth(CGDisplayModeRef mode){
-    SCREENWEAVER_MODE_READ("CGDisplayModeGetWidth", pointWidth, 0)}
-
-size_t SimulatorState::modeHeight(CGDisplayModeRef mode) {
-    SCREENWEAVER_MODE_READ("CGDisplayModeGetHeight", pointHeight, 0)
+template <class Result, class Read>
+Result SimulatorState::readMode(std::string_view function, CGDisplayModeRef mode, Result fallback,
+                                Read read) {
+    Lock lock{mutex_};
+    record(CallFamily::coreGraphics, fmt::format("{}(mode={})", function, describe(mode)));
+    const SimObject* const object = lookUpKind(mode, ObjectKind::displayMode, function);
+    return object != nullptr ? read(object->mode) : fallback;
 }
 
-double SimulatorState::modeRefreshRate(CGDisplayModeRef mode){
-    SCREENWEAVER_MODE_READ("CGDisplayModeGetRefreshRate", refreshRate, 0.0)}
-#undef SCREENWEAVER_MODE_READ
+size_t SimulatorState::modePixelWidth(CGDisplayModeRef mode) {
+    return readMode("CGDisplayModeGetPixelWidth", mode, size_t{0},
+                    [](const SimulatedMode& found) { return found.pixelWidth; });
+}
+
+size_t SimulatorState::modePixelHeight(CGDisplayModeRef mode) {
+    return readMode("CGDisplayModeGetPixelHeight", mode, size_t{0},
+                    [](const SimulatedMode& found) { return found.pixelHeight; });
+}
+
+size_t SimulatorState::modeWidth(CGDisplayModeRef mode) {
+    return readMode("CGDisplayModeGetWidth", mode, size_t{0},
+                    [](const SimulatedMode& found) { return found.pointWidth; });
+}
+
+size_t SimulatorState::modeHeight(CGDisplayModeRef mode) {
+    return readMode("CGDisplayModeGetHeight", mode, size_t{0},
+                    [](const SimulatedMode& found) { return found.pointHeight; });
+}
+
+double SimulatorState::modeRefreshRate(CGDisplayModeRef mode) {
+    return readMode("CGDisplayModeGetRefreshRate", mode, 0.0,
+                    [](const SimulatedMode& found) { return found.refreshRate; });
+}
 
 CFTypeID SimulatorState::modeTypeID() {
     Lock lock{mutex_};

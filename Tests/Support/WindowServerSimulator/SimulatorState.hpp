@@ -42,6 +42,7 @@ struct SimClass {
 /// of these, and every pointer received is looked up before use, so misuse is reported, not crashed on.
 struct SimObject {
     ObjectKind kind = ObjectKind::instance;
+    std::uint64_t creation = 0;  // order of creation, for stable reports
     SimClass* isa = nullptr;
     long retainCount = 1;
     bool immortal = false;
@@ -106,6 +107,8 @@ public:
     void setProcessFacts(platform::ProcessFacts facts);
     void addDisplay(SimulatedDisplay display);
     void removeDisplay(CGDirectDisplayID displayID);
+    void addDisplayLater(SimulatedDisplay display, Clock::Duration delay);
+    void removeDisplayLater(CGDirectDisplayID displayID, Clock::Duration delay);
     void moveDisplay(CGDirectDisplayID displayID, CGPoint origin);
     void setCurrentMode(CGDirectDisplayID displayID, std::size_t modeIndex);
     void setMirrorSource(CGDirectDisplayID displayID, CGDirectDisplayID source);
@@ -242,6 +245,10 @@ private:
     std::string messagePrefix(id self) const;
 
     // The display model.
+    template <class Result, class Read>
+    Result readDisplay(std::string_view function, CGDirectDisplayID display, Result fallback, Read read);
+    template <class Result, class Read>
+    Result readMode(std::string_view function, CGDisplayModeRef mode, Result fallback, Read read);
     SimulatedDisplay* findDisplay(CGDirectDisplayID displayID);
     const SimulatedDisplay* findDisplay(CGDirectDisplayID displayID) const;
     std::vector<CGDirectDisplayID> activeIDs() const;
@@ -251,7 +258,6 @@ private:
     void connect(SimulatedDisplay display);
     void disconnect(CGDirectDisplayID displayID);
     std::optional<std::size_t> modeIndex(const SimulatedDisplay& display, const SimulatedMode& mode) const;
-    std::vector<CGDirectDisplayID> stagedModeRefusals(const std::vector<StagedChange>& changes) const;
     SimulatedDisplay virtualDisplayFor(const SimObject& display, const SettingsValues& settings) const;
     void deliverCallbacks();
 
@@ -271,6 +277,11 @@ private:
         Clock::Instant due;
     };
     std::vector<PendingDisplay> pending_;
+    struct PendingRemoval {
+        CGDirectDisplayID displayID;
+        Clock::Instant due;
+    };
+    std::vector<PendingRemoval> pendingRemovals_;
 
     struct ScriptedFailure {
         Failure failure;
@@ -279,6 +290,7 @@ private:
     std::map<std::string, ScriptedFailure, std::less<>> failures_;
 
     std::unordered_map<const void*, std::unique_ptr<SimObject>> objects_;
+    std::uint64_t objectsCreated_ = 0;
     const void* trueValue_ = nullptr;
     const void* duplicateModesKey_ = nullptr;
 

@@ -16,12 +16,13 @@ namespace screenweaver::simulation {
 /// window server: every descriptor is accepted, settings are applied, and the display appears at
 /// once, unmirrored, at its first mode, and accepts mode switches.
 struct VirtualDisplayScript {
-    // -initWithDescriptor: answers nil (and releases the receiver) ...
-    bool refuseEveryDescriptor = false;                     // ... always;
-    std::optional<double> refuseDescriptorsAboveDensity{};  // ... when maxPixelsWide per inch of
-                                                            // sizeInMillimeters.width exceeds this;
-    std::vector<bool> refuseAttempts{};                     // ... on attempt i (counted from 0 over the
-                                                            // simulator's life) when refuseAttempts[i].
+    // -initWithDescriptor: refuses (releases its receiver and answers nil) when any of these holds:
+    // always;
+    bool refuseEveryDescriptor = false;
+    // when the descriptor's density, maxPixelsWide per inch of sizeInMillimeters.width, exceeds this;
+    std::optional<double> refuseDescriptorsAboveDensity{};
+    // on attempt i (counted from 0 over the simulator's life) when refuseAttempts[i] is true.
+    std::vector<bool> refuseAttempts{};
     // -applySettings: answers NO (the display does not appear).
     bool rejectSettings = false;
     // How long after -applySettings: the display joins the active list, on the simulator's clock.

@@ -25,6 +25,14 @@ void WindowServerSimulator::removeDisplay(CGDirectDisplayID displayID) {
     state_->removeDisplay(displayID);
 }
 
+void WindowServerSimulator::addDisplayLater(SimulatedDisplay display, Clock::Duration delay) {
+    state_->addDisplayLater(std::move(display), delay);
+}
+
+void WindowServerSimulator::removeDisplayLater(CGDirectDisplayID displayID, Clock::Duration delay) {
+    state_->removeDisplayLater(displayID, delay);
+}
+
 void WindowServerSimulator::moveDisplay(CGDirectDisplayID displayID, CGPoint origin) {
     state_->moveDisplay(displayID, origin);
 }

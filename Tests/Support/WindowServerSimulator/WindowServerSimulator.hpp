@@ -94,7 +94,7 @@ public:
     WindowServerSimulator& operator=(const WindowServerSimulator&) = delete;
 
     /// Every table pointing at this simulator, with its process facts (by default macOS 15 and the
-    /// root user).
+    /// root user). The facts are copied: set them before taking the platform.
     [[nodiscard]] platform::PlatformAPI platform() const;
     void setProcessFacts(platform::ProcessFacts facts);
 
@@ -103,6 +103,14 @@ public:
     /// Connects a display (its ID must be new and not 0).
     void addDisplay(SimulatedDisplay display);
     void removeDisplay(CGDirectDisplayID displayID);
+
+    /// Connects or disconnects a display once `delay` has passed on the simulator's clock. Like
+    /// every timed change of the simulator, it happens at the first platform call (or
+    /// `waitForCallbacks`) at or after that time, so no thread of the simulator sleeps on the clock
+    /// and a test's count of sleepers is only its own.
+    void addDisplayLater(SimulatedDisplay display, Clock::Duration delay);
+    void removeDisplayLater(CGDirectDisplayID displayID, Clock::Duration delay);
+
     void moveDisplay(CGDirectDisplayID displayID, CGPoint origin);
     void setCurrentMode(CGDirectDisplayID displayID, std::size_t modeIndex);
     void setMirrorSource(CGDirectDisplayID displayID, CGDirectDisplayID source);
@@ -119,7 +127,12 @@ public:
 
     // ---- Failures.
 
-    /// Makes calls of `function` (its Apple name, e.g. "CGCompleteDisplayConfiguration") fail.
+    /// Makes calls of `function` (its Apple name, e.g. "CGCompleteDisplayConfiguration") fail. Every
+    /// function answering a CGError answers `failure.error`; the ones that hand out a value answer
+    /// NULL (CGDisplayCopyDisplayMode, CGDisplayCopyAllDisplayModes, CGDisplayCreateUUIDFromDisplayID,
+    /// CFUUIDCreateString, CFStringCreateWithBytes, CFStringCreateWithCString,
+    /// dispatch_get_global_queue). Plain property reads cannot fail on the real system and do not here.
+    /// The private classes fail through `setVirtualDisplayScript`, `removeClass` and `removeSelector`.
     void failCalls(std::string_view function, Failure failure = {});
     void clearFailures();
 
