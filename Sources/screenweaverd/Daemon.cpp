@@ -8,6 +8,7 @@
 #include "CoreTypes/Log.hpp"
 #include "CoreTypes/Overloaded.hpp"
 #include "screenweaverd/DaemonArguments.hpp"
+#include "screenweaverd/DaemonSelfTest.hpp"
 
 namespace screenweaver {
 
@@ -44,8 +45,13 @@ int runDaemon(std::span<const std::string> arguments, const DaemonContext& conte
                 report(context.error, daemonHelpText());
                 return 2;
             },
-            // The check arrives with the virtual display service; until then it reports nothing and fails.
-            [&](const DaemonInvocation::SelfTest&) { return 1; },
+            [&](const DaemonInvocation::SelfTest&) {
+                const DaemonSelfTest::Report report = DaemonSelfTest::run(context.platform, context.clock);
+                for (const std::string& line : report.lines) {
+                    context.output.write(line + "\n");
+                }
+                return report.passed ? 0 : 1;
+            },
         },
         DaemonArguments::parse(arguments).value);
 }

@@ -4,6 +4,8 @@
 #include <span>
 #include <string>
 
+#include "CoreTypes/Clock.hpp"
+#include "Platform/PlatformAPI.hpp"
 #include "screenweaverd/TextOutput.hpp"
 
 namespace screenweaver {
@@ -17,6 +19,10 @@ struct DaemonContext {
     /// Hands the main thread to the main loop for good; `main` passes the real one, which never
     /// returns. A test's returns at once, and the entry then returns 0.
     std::function<void()> park;
+    /// The window server the self-test works on: the system's, or a simulated one.
+    platform::PlatformAPI platform = platform::PlatformAPI::system();
+    /// What the self-test's waits are measured on.
+    const Clock& clock = ContinuousClock::shared();
 };
 
 /// The help text, without a final line feed.

@@ -10,6 +10,7 @@ int main(int argc, char** argv) {
         argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>{};
     screenweaver::FileDescriptorOutput output{1};
     screenweaver::FileDescriptorOutput error{2};
-    return screenweaver::runDaemon(arguments,
-                                   {output, error, [] { screenweaver::platform::parkMainThreadForever(); }});
+    return screenweaver::runDaemon(
+        arguments, {output, error, [] { screenweaver::platform::parkMainThreadForever(); },
+                    screenweaver::platform::PlatformAPI::system(), screenweaver::ContinuousClock::shared()});
 }

@@ -72,9 +72,15 @@ TEST(DaemonEntry, ServeLogsItsStartReportsOneLineAndParks) {
 }
 
 TEST(DaemonEntry, TheFirstArgumentWinsSoSelfTestRunsBeforeHelp) {
+    const ScopedLogCapture capture;
     const EntryRun run = runEntry({"--self-test", "--help"});
-    EXPECT_EQ(run.status, 1) << "on this machine the check cannot pass";
-    EXPECT_EQ(run.output.find("--self-test   create"), std::string::npos) << "the help text was printed";
+    // Without macOS there is no interface to make displays with, so the check cannot pass here.
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output,
+              "uid " + std::to_string(getuid()) +
+                  ", displays before: []\nprivate interface unavailable: This version of macOS does not "
+                  "expose the interface used to create virtual displays.\n");
+    EXPECT_EQ(run.error, "");
     EXPECT_EQ(run.parks, 0);
 }
 

@@ -1,0 +1,22 @@
+#include "VirtualDisplayKit/VirtualDisplayManagerFactory.hpp"
+
+#include <fmt/format.h>
+
+#include "CoreTypes/Log.hpp"
+#include "VirtualDisplayKit/UnavailableVirtualDisplayManager.hpp"
+#include "VirtualDisplayKit/VirtualDisplayManager.hpp"
+
+namespace screenweaver::VirtualDisplayManagerFactory {
+
+std::unique_ptr<VirtualDisplayManaging> make(const platform::PlatformAPI& platform,
+                                             std::shared_ptr<LiveDisplayProbing> probe, const Clock& clock) {
+    auto manager = std::make_unique<VirtualDisplayManager>(platform, std::move(probe), clock);
+    const VirtualDisplayAvailability availability = manager->availability();
+    if (const auto* unavailable = availability.asUnavailable()) {
+        Log::virtualDisplay().log(fmt::format("virtual displays unavailable: {}", unavailable->reason));
+        return std::make_unique<UnavailableVirtualDisplayManager>(unavailable->reason);
+    }
+    return manager;
+}
+
+}  // namespace screenweaver::VirtualDisplayManagerFactory
