@@ -62,13 +62,18 @@ UUID UUID::random() {
 }
 
 std::string UUID::uuidString() const {
+    const auto characters = canonicalCharacters();
+    return std::string{characters.data(), characters.size()};
+}
+
+std::array<char, 36> UUID::canonicalCharacters() const {
     constexpr std::array<char, 16> digits{'0', '1', '2', '3', '4', '5', '6', '7',
                                           '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'};
-    std::string text(36, '-');
+    std::array<char, 36> text{};
     std::size_t position = 0;
     for (std::size_t index = 0; index < bytes_.size(); ++index) {
         if (index == 4 || index == 6 || index == 8 || index == 10) {
-            ++position;
+            text[position++] = '-';
         }
         text[position++] = digits[bytes_[index] >> 4U];
         text[position++] = digits[bytes_[index] & 0x0FU];
