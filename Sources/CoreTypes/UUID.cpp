@@ -9,18 +9,22 @@ namespace screenweaver {
 
 namespace {
 
-// The value of a hexadecimal digit of either case, or -1.
+// The value of each hexadecimal digit of either case; -1 for every other character.
+constexpr std::array<std::int8_t, 256> hexValues = [] {
+    std::array<std::int8_t, 256> table{};
+    table.fill(-1);
+    for (int digit = 0; digit < 10; ++digit) {
+        table[static_cast<std::size_t>('0' + digit)] = static_cast<std::int8_t>(digit);
+    }
+    for (int digit = 0; digit < 6; ++digit) {
+        table[static_cast<std::size_t>('a' + digit)] = static_cast<std::int8_t>(10 + digit);
+        table[static_cast<std::size_t>('A' + digit)] = static_cast<std::int8_t>(10 + digit);
+    }
+    return table;
+}();
+
 int hexValue(char character) {
-    if (character >= '0' && character <= '9') {
-        return character - '0';
-    }
-    if (character >= 'a' && character <= 'f') {
-        return character - 'a' + 10;
-    }
-    if (character >= 'A' && character <= 'F') {
-        return character - 'A' + 10;
-    }
-    return -1;
+    return hexValues[static_cast<unsigned char>(character)];
 }
 
 }  // namespace
