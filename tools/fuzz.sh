@@ -30,6 +30,6 @@ for target in "${targets[@]}"; do
         echo "FAIL: $target (reproducers in $artifacts)"
         exit 1
     }
-    grep -E "^#[0-9]+ *DONE" "$work/$target.log" || tail -n 1 "$work/$target.log"
+    tail -n 1 "$work/$target.log"
 done
 echo "PASS: every fuzz target ran ${seconds} s without a finding"

@@ -9,18 +9,22 @@ namespace screenweaver {
 
 namespace {
 
-// The value of a hexadecimal digit of either case, or -1.
+// The value of each hexadecimal digit of either case; -1 for every other character.
+constexpr std::array<std::int8_t, 256> hexValues = [] {
+    std::array<std::int8_t, 256> table{};
+    table.fill(-1);
+    for (int digit = 0; digit < 10; ++digit) {
+        table[static_cast<std::size_t>('0' + digit)] = static_cast<std::int8_t>(digit);
+    }
+    for (int digit = 0; digit < 6; ++digit) {
+        table[static_cast<std::size_t>('a' + digit)] = static_cast<std::int8_t>(10 + digit);
+        table[static_cast<std::size_t>('A' + digit)] = static_cast<std::int8_t>(10 + digit);
+    }
+    return table;
+}();
+
 int hexValue(char character) {
-    if (character >= '0' && character <= '9') {
-        return character - '0';
-    }
-    if (character >= 'a' && character <= 'f') {
-        return character - 'a' + 10;
-    }
-    if (character >= 'A' && character <= 'F') {
-        return character - 'A' + 10;
-    }
-    return -1;
+    return hexValues[static_cast<unsigned char>(character)];
 }
 
 }  // namespace
@@ -62,13 +66,18 @@ UUID UUID::random() {
 }
 
 std::string UUID::uuidString() const {
+    const auto characters = canonicalCharacters();
+    return std::string{characters.data(), characters.size()};
+}
+
+std::array<char, 36> UUID::canonicalCharacters() const {
     constexpr std::array<char, 16> digits{'0', '1', '2', '3', '4', '5', '6', '7',
                                           '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'};
-    std::string text(36, '-');
+    std::array<char, 36> text{};
     std::size_t position = 0;
     for (std::size_t index = 0; index < bytes_.size(); ++index) {
         if (index == 4 || index == 6 || index == 8 || index == 10) {
-            ++position;
+            text[position++] = '-';
         }
         text[position++] = digits[bytes_[index] >> 4U];
         text[position++] = digits[bytes_[index] & 0x0FU];

@@ -30,6 +30,10 @@ public:
     /// The canonical upper-case text.
     [[nodiscard]] std::string uuidString() const;
 
+    /// The canonical upper-case text as 36 characters, without allocating (for writers that
+    /// copy it straight into their output).
+    [[nodiscard]] std::array<char, 36> canonicalCharacters() const;
+
     /// The bytes in canonical order: the order in which they appear in the text form.
     [[nodiscard]] const Bytes& bytes() const { return bytes_; }
 

@@ -166,7 +166,8 @@ std::expected<std::string, DecodingError> JSONForm<std::string>::read(const JSON
 }
 
 void JSONForm<UUID>::write(JSONWriter& writer, const UUID& value) {
-    writer.string(value.uuidString());
+    const auto text = value.canonicalCharacters();
+    writer.string(std::string_view{text.data(), text.size()});
 }
 
 std::expected<UUID, DecodingError> JSONForm<UUID>::read(const JSONValue& value) {

@@ -50,9 +50,22 @@ public:
     [[nodiscard]] std::expected<std::string, EncodingError> finish() &&;
 
 private:
-    void separate();
+    // Room for `count` more characters; the pointer to write them at. `commit` then marks what
+    // was written. The text grows in place, without a copy per value.
+    char* reserve(std::size_t count) {
+        if (text_.size() - size_ < count) {
+            grow(count);
+        }
+        return text_.data() + size_;
+    }
+    void grow(std::size_t count);
+    void commit(const char* end) { size_ = static_cast<std::size_t>(end - text_.data()); }
+    // Writes `text` as it is, after a comma if one is due.
+    void raw(std::string_view text);
 
+    // The first `size_` characters are the text; the rest is room to grow into.
     std::string text_;
+    std::size_t size_ = 0;
     // A comma goes before the next key or element.
     bool needsComma_ = false;
     std::optional<EncodingError> error_;

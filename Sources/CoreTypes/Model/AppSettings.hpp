@@ -5,6 +5,7 @@
 #include <string>
 
 #include "CoreTypes/Model/Date.hpp"
+#include "CoreTypes/Model/HotkeyAction.hpp"
 #include "CoreTypes/Model/KeyCombo.hpp"
 #include "CoreTypes/Model/LoginWindowServiceConsent.hpp"
 
@@ -26,7 +27,7 @@ struct AppSettings {
     /// The update version the user chose to skip.
     std::optional<std::string> skippedUpdateVersion{};
     /// Absent when the user switched the hot key off.
-    std::optional<KeyCombo> sleepDisplaysHotkey = KeyCombo{2, 0x1B00};
+    std::optional<KeyCombo> sleepDisplaysHotkey = defaultCombo(HotkeyAction::sleepDisplays);
     bool syncGroupsToICloud = true;
 
     /// The settings of a fresh document; built once and shared.
