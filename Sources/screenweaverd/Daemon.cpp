@@ -1,7 +1,5 @@
 #include "screenweaverd/Daemon.hpp"
 
-#include <unistd.h>
-
 #include <fmt/format.h>
 
 #include "CoreTypes/AppIdentity.hpp"
@@ -29,7 +27,8 @@ int runDaemon(std::span<const std::string> arguments, const DaemonContext& conte
     return std::visit(
         Overloaded{
             [&](const DaemonInvocation::Serve&) {
-                Log::app().log(fmt::format("service starting as uid {}", getuid()));
+                Log::app().log(
+                    fmt::format("service starting as uid {}", context.platform.process.realUserID));
                 report(context.error,
                        fmt::format("{} service: started, nothing to serve yet", AppIdentity::name));
                 context.park();
