@@ -116,7 +116,8 @@ TEST(Config, AbsentActiveGroupIDProducesNoKey) {
     config.activeGroupID.reset();
     EXPECT_EQ(encoded(config).find("activeGroupID"), std::string::npos);
     config.activeGroupID = config.groups[1].id;
-    EXPECT_NE(encoded(config).find(R"("activeGroupID":"0B5A3C1D-7E2F-4A6B-8C9D-1E2F3A4B5C6D")"), std::string::npos);
+    EXPECT_NE(encoded(config).find(R"("activeGroupID":"0B5A3C1D-7E2F-4A6B-8C9D-1E2F3A4B5C6D")"),
+              std::string::npos);
 }
 
 TEST(Config, ConfigurationWithoutDeletedGroupsFailsToRead) {
