@@ -77,15 +77,14 @@ public:
 
         /// Sets the handler that runs once when the consumer stops. If it has stopped already,
         /// the handler runs at once.
-        void onTermination(std::function<void()> handler) const {
-            {
-                std::scoped_lock lock{state_->mutex};
-                if (!state_->terminated) {
-                    state_->onTermination = std::move(handler);
-                    return;
-                }
+        void onTermination(std::function<void()>&& handler) const {
+            std::unique_lock lock{state_->mutex};
+            if (state_->terminated) {
+                lock.unlock();
+                handler();
+                return;
             }
-            handler();
+            state_->onTermination = std::move(handler);
         }
 
     private:

@@ -13,12 +13,12 @@ namespace {
 constexpr std::array<std::int8_t, 256> hexValues = [] {
     std::array<std::int8_t, 256> table{};
     table.fill(-1);
-    for (int digit = 0; digit < 10; ++digit) {
-        table[static_cast<std::size_t>('0' + digit)] = static_cast<std::int8_t>(digit);
+    for (std::size_t digit = 0; digit < 10; ++digit) {
+        table[std::size_t{'0'} + digit] = static_cast<std::int8_t>(digit);
     }
-    for (int digit = 0; digit < 6; ++digit) {
-        table[static_cast<std::size_t>('a' + digit)] = static_cast<std::int8_t>(10 + digit);
-        table[static_cast<std::size_t>('A' + digit)] = static_cast<std::int8_t>(10 + digit);
+    for (std::size_t digit = 0; digit < 6; ++digit) {
+        table[std::size_t{'a'} + digit] = static_cast<std::int8_t>(10 + digit);
+        table[std::size_t{'A'} + digit] = static_cast<std::int8_t>(10 + digit);
     }
     return table;
 }();

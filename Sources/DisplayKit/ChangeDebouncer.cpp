@@ -49,7 +49,8 @@ void ChangeDebouncer::runTimer() {
     std::unique_lock lock{lock_};
     for (;;) {
         waitUntilReadyOrStopped(burstBegan_, lock, stop, [&] { return deadline_.has_value(); });
-        if (stop.stopRequested()) {
+        // The wait ends with a deadline set, or on the stop request that ends the thread.
+        if (stop.stopRequested() || !deadline_) {
             return;
         }
         const Clock::Instant deadline = *deadline_;

@@ -34,12 +34,12 @@ std::optional<DisplayTopology> DisplaySettleWaiter::firstSettledTopology(const T
 
 std::optional<DisplayTopology> DisplaySettleWaiter::firstMatchingEvent(const Test& test,
                                                                        const StopToken& stop) {
-    while (auto topology = changes_.next(stop)) {
-        if (test(*topology)) {
+    for (;;) {
+        std::optional<DisplayTopology> topology = changes_.next(stop);
+        if (!topology || test(*topology)) {
             return topology;
         }
     }
-    return std::nullopt;
 }
 
 }  // namespace screenweaver
