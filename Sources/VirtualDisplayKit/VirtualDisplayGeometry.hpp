@@ -20,7 +20,7 @@ inline constexpr std::int64_t maximumPixelCount = 32768;
 inline constexpr double maximumRefreshRate = 480.0;
 /// Pixels per inch, inclusive.
 inline constexpr double maximumTargetPPI = 1000.0;
-/// The first rung when the spec names no density.
+/// The first rung when a VirtualDisplaySpec names no density.
 inline constexpr double defaultPPI = 150.0;
 /// The rungs below the first, best first.
 inline constexpr double fallbackPPIs[] = {120.0, 100.0, 80.0};
@@ -31,7 +31,7 @@ inline constexpr double millimetersPerInch = 25.4;
 /// (0, 480], a rotation of 0, 90, 180 or 270, and a target density in (0, 1000] when one is given.
 [[nodiscard]] std::expected<void, VirtualDisplayError> validate(const VirtualDisplaySpec& spec);
 
-/// The densities to try, best first: the spec's target density (150 without one), then each of 120,
+/// The densities to try, best first: `spec`'s target density (150 without one), then each of 120,
 /// 100 and 80 that lies strictly below it. Never empty.
 ///
 ///     ppiLadder(spec without target)  // {150, 120, 100, 80}
@@ -42,7 +42,7 @@ inline constexpr double millimetersPerInch = 25.4;
 /// 1920x1080 mode at 60 Hz when the display is at least that large in points but not exactly it.
 [[nodiscard]] std::vector<VirtualDisplayModeSpec> modes(const VirtualDisplaySpec& spec);
 
-/// The physical size of the spec's full pixel size at `ppi`, in millimetres; each side is divided
+/// The physical size of a VirtualDisplaySpec's full pixel size at `ppi`, in millimetres; each side is divided
 /// by the density first and then multiplied by 25.4 (5120x1440 at 150 PPI: 866.9866... x 243.84).
 [[nodiscard]] Size sizeInMillimeters(const VirtualDisplaySpec& spec, double ppi);
 

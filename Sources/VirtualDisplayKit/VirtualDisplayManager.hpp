@@ -76,7 +76,7 @@ private:
         double ppi = 0.0;
     };
 
-    /// Builds the spec's display at the first rung of its density ladder the system accepts.
+    /// Builds the VirtualDisplaySpec's display at the first rung of its density ladder the system accepts.
     [[nodiscard]] std::expected<Rung, VirtualDisplayError> climbLadder(const VirtualDisplaySpec& spec) const;
 
     /// The three checks of a new display (one pattern: test, correct, poll until the deadline,

@@ -21,7 +21,7 @@ struct LiveDisplay {
     std::optional<std::string> name{};
     std::uint32_t vendorNumber = 0;
     std::uint32_t modelNumber = 0;
-    /// For this product's virtual displays, the serial derived from the spec's id.
+    /// For this product's virtual displays, the serial derived from their VirtualDisplaySpec's id.
     std::uint32_t serialNumber = 0;
     bool isBuiltin = false;
     /// The main display is the one whose origin is (0, 0).

@@ -7,8 +7,8 @@
 
 namespace screenweaver {
 
-/// A virtual display that was created: the spec it came from, the display ID it received and the
-/// density that was actually used (which can differ from what the spec asked for).
+/// A virtual display that was created: the VirtualDisplaySpec it came from, the display ID it received and
+/// the density that was actually used (which can differ from the density asked for).
 struct VirtualDisplayHandle {
     VirtualDisplaySpec spec{};
     std::uint32_t displayID = 0;

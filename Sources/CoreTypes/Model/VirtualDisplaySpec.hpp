@@ -16,7 +16,7 @@ struct VirtualDisplaySpec {
     /// Stable across activations; the display's serial number is derived from it.
     UUID id{};
     std::string name{};
-    /// The catalog entry the spec was made from; absent for a custom display.
+    /// The catalog entry this display was made from; absent for a custom display.
     std::optional<std::string> catalogEntryID{};
     std::int64_t pixelWidth = 0;
     std::int64_t pixelHeight = 0;
