@@ -1,28 +1,11 @@
 #include "CoreTypes/Coding/DecodingError.hpp"
 
 #include <fmt/format.h>
+#include <utility>
 
 #include "CoreTypes/TextRendering.hpp"
 
 namespace screenweaver {
-
-namespace {
-
-std::string_view caseName(DecodingError::Kind kind) {
-    switch (kind) {
-        case DecodingError::Kind::keyNotFound:
-            return "keyNotFound";
-        case DecodingError::Kind::typeMismatch:
-            return "typeMismatch";
-        case DecodingError::Kind::valueNotFound:
-            return "valueNotFound";
-        case DecodingError::Kind::dataCorrupted:
-            return "dataCorrupted";
-    }
-    return "dataCorrupted";
-}
-
-}  // namespace
 
 DecodingError DecodingError::keyNotFound(std::string_view key) {
     return {Kind::keyNotFound, std::string{key}, fmt::format("No value associated with key \"{}\".", key)};
@@ -60,6 +43,20 @@ DecodingError& DecodingError::prependIndex(std::size_t index) {
     const bool joinsDirectly = codingPath.empty() || codingPath.front() == '[';
     codingPath.insert(0, joinsDirectly ? fmt::format("[{}]", index) : fmt::format("[{}].", index));
     return *this;
+}
+
+std::string_view DecodingError::caseName(Kind kind) {
+    switch (kind) {
+        case Kind::keyNotFound:
+            return "keyNotFound";
+        case Kind::typeMismatch:
+            return "typeMismatch";
+        case Kind::valueNotFound:
+            return "valueNotFound";
+        case Kind::dataCorrupted:
+            return "dataCorrupted";
+    }
+    std::unreachable();
 }
 
 std::string DecodingError::description() const {

@@ -43,6 +43,9 @@ struct DecodingError {
     /// The textual form: `keyNotFound(codingPath: "groups[0]", debugDescription: "...")`.
     [[nodiscard]] std::string description() const;
 
+    /// The name of a kind: `keyNotFound`, `typeMismatch`, `valueNotFound`, `dataCorrupted`.
+    static std::string_view caseName(Kind kind);
+
     friend bool operator==(const DecodingError&, const DecodingError&) = default;
 };
 

@@ -8,27 +8,13 @@
 
 namespace screenweaver::testing {
 
-inline std::string kindName(DecodingError::Kind kind) {
-    switch (kind) {
-        case DecodingError::Kind::keyNotFound:
-            return "keyNotFound";
-        case DecodingError::Kind::typeMismatch:
-            return "typeMismatch";
-        case DecodingError::Kind::valueNotFound:
-            return "valueNotFound";
-        case DecodingError::Kind::dataCorrupted:
-            return "dataCorrupted";
-    }
-    return "?";
-}
-
 /// Decodes `json` as a `T` and checks that it fails with exactly this kind, path and text.
 template <class T>
 void expectDecodingError(std::string_view json, DecodingError::Kind kind, std::string_view path,
                          std::string_view debugDescription) {
     const auto decoded = decode<T>(json);
     ASSERT_FALSE(decoded.has_value()) << "decoded: " << json;
-    EXPECT_EQ(kindName(decoded.error().kind), kindName(kind)) << json;
+    EXPECT_EQ(DecodingError::caseName(decoded.error().kind), DecodingError::caseName(kind)) << json;
     EXPECT_EQ(decoded.error().codingPath, path) << json;
     EXPECT_EQ(decoded.error().debugDescription, debugDescription) << json;
 }
