@@ -10,6 +10,7 @@
 #include "CoreTypes/CapturingLogSink.hpp"
 #include "ScriptedVirtualDisplays.hpp"
 #include "SelfAdvancingClock.hpp"
+#include "SimulatedMachine.hpp"
 #include "VirtualDisplayKit/VirtualDisplayAvailabilityGate.hpp"
 #include "VirtualDisplayKit/VirtualDisplayManager.hpp"
 
@@ -20,20 +21,8 @@ using namespace std::chrono_literals;
 using testing::ScriptedAttempt;
 using testing::ScriptedVirtualDisplays;
 
-VirtualDisplaySpec wideSpec() {
-    return VirtualDisplaySpec{
-        .id = *UUID::parse("5E1F7E57-0000-4000-8000-000000000001"),
-        .name = "Service self-test",
-        .catalogEntryID = std::nullopt,
-        .pixelWidth = 5120,
-        .pixelHeight = 1440,
-        .refreshRate = 60.0,
-        .hiDPI = false,
-        .rotation = 0,
-        .dynamicRange = DynamicRange::standard,
-        .targetPPIOverride = std::nullopt,
-    };
-}
+// The self-test's display, shared with the tests on the simulated machine.
+constexpr auto wideSpec = &testing::SimulatedMachine::wideSpec;
 
 LogEntry entry(LogLevel level, std::string message) {
     return {"org.screenweaver", "virtualDisplay", level, std::move(message)};
