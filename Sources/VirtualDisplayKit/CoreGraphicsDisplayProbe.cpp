@@ -37,16 +37,30 @@ std::vector<LiveDisplaySnapshot> CoreGraphicsDisplayProbe::activeDisplays() {
     for (std::uint32_t index = 0; index < std::min(count, listed); ++index) {
         const CGDirectDisplayID displayID = displayIDs[index];
         const CGDirectDisplayID mirrored = cg.CGDisplayMirrorsDisplay(displayID);
+        const auto [pixelWidth, pixelHeight] = currentPixelSize(displayID);
         snapshots.push_back({
             .displayID = displayID,
             .vendorNumber = cg.CGDisplayVendorNumber(displayID),
             .serialNumber = cg.CGDisplaySerialNumber(displayID),
             .mirrorSource = mirrored == kCGNullDirectDisplay ? std::nullopt : std::optional{mirrored},
-            .pixelWidth = static_cast<std::int64_t>(cg.CGDisplayPixelsWide(displayID)),
-            .pixelHeight = static_cast<std::int64_t>(cg.CGDisplayPixelsHigh(displayID)),
+            .pixelWidth = pixelWidth,
+            .pixelHeight = pixelHeight,
         });
     }
     return snapshots;
+}
+
+std::pair<std::int64_t, std::int64_t> CoreGraphicsDisplayProbe::currentPixelSize(
+    CGDirectDisplayID displayID) const {
+    const platform::CoreGraphicsAPI& cg = *coreGraphics_;
+    const CGDisplayModeRef mode = cg.CGDisplayCopyDisplayMode(displayID);
+    if (mode == nullptr) {
+        return {0, 0};
+    }
+    const auto size = std::pair{static_cast<std::int64_t>(cg.CGDisplayModeGetPixelWidth(mode)),
+                                static_cast<std::int64_t>(cg.CGDisplayModeGetPixelHeight(mode))};
+    cg.CGDisplayModeRelease(mode);
+    return size;
 }
 
 bool CoreGraphicsDisplayProbe::breakMirroring(std::uint32_t displayID) {

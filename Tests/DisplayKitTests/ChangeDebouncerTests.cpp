@@ -1,5 +1,6 @@
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -28,11 +29,18 @@ struct SnapshotSource {
     std::condition_variable called;
     std::vector<Clock::Instant> calls;
     std::atomic<bool> failing = false;
+    // Read at each call: whether the debouncer still counted a burst in flight while its snapshot
+    // was being taken.
+    std::function<bool()> burstInFlight;
+    std::vector<bool> inFlightDuringCalls;
 
     ChangeDebouncer::SnapshotProvider provider() {
         return [this]() -> std::optional<DisplayTopology> {
             std::scoped_lock lock{mutex};
             calls.push_back(clock.now());
+            if (burstInFlight) {
+                inFlightDuringCalls.push_back(burstInFlight());
+            }
             called.notify_all();
             if (failing) {
                 return std::nullopt;
@@ -49,6 +57,11 @@ struct SnapshotSource {
     std::vector<Clock::Instant> callTimes() {
         std::scoped_lock lock{mutex};
         return calls;
+    }
+
+    std::vector<bool> inFlightSeenByCalls() {
+        std::scoped_lock lock{mutex};
+        return inFlightDuringCalls;
     }
 };
 
@@ -132,8 +145,17 @@ TEST_F(ChangeDebouncerTest, TakesOneSnapshotForABurstWithNoSubscribers) {
     clock.waitForSleepers(1);
     clock.advance(interval);
     source.waitForCalls(1);
-    EXPECT_FALSE(debouncer.burstInFlight()) << "the flag falls before the snapshot is taken";
+    EXPECT_FALSE(debouncer.burstInFlight());
     EXPECT_EQ(source.callTimes().size(), 1U);
+}
+
+TEST_F(ChangeDebouncerTest, LowersTheInFlightFlagBeforeTakingTheSnapshot) {
+    source.burstInFlight = [this] { return debouncer.burstInFlight(); };
+    debouncer.signal();
+    clock.waitForSleepers(1);
+    clock.advance(interval);
+    source.waitForCalls(1);
+    EXPECT_EQ(source.inFlightSeenByCalls(), std::vector<bool>{false});
 }
 
 TEST_F(ChangeDebouncerTest, AnswersTheInFlightFlagDuringTheQuietPeriod) {

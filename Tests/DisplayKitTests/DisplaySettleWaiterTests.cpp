@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <atomic>
 #include <future>
 #include <gtest/gtest.h>
 
@@ -28,8 +29,24 @@ bool holdsDisplay3(const DisplayTopology& topology) {
 
 constexpr seconds timeout{3};
 
+// A manual clock that counts every wait begun on it, so a test can tell that no timeout was ever
+// started, even one that was stopped again before the waiter returned.
+class CountingClock final : public Clock {
+public:
+    [[nodiscard]] Instant now() const override { return clock_.now(); }
+    bool sleepUntil(Instant deadline, const StopToken& stop) const override {
+        ++waitsBegun_;
+        return clock_.sleepUntil(deadline, stop);
+    }
+    [[nodiscard]] int waitsBegun() const { return waitsBegun_; }
+
+private:
+    ManualClock clock_;
+    mutable std::atomic<int> waitsBegun_ = 0;
+};
+
 TEST(DisplaySettleWaiter, ReturnsAPassingImmediateSnapshotWithoutWaiting) {
-    ManualClock clock;
+    CountingClock clock;
     auto [stream, feed] = AsyncStream<DisplayTopology>::make();
     int snapshots = 0;
     DisplaySettleWaiter waiter{std::move(stream),
@@ -38,10 +55,20 @@ TEST(DisplaySettleWaiter, ReturnsAPassingImmediateSnapshotWithoutWaiting) {
                                    return std::optional{topologyWith({1, 3})};
                                },
                                timeout, clock};
-    // Nothing is ever published and the clock never moves: any wait would last for ever.
     EXPECT_EQ(waiter.firstSettledTopology(holdsDisplay3), topologyWith({1, 3}));
     EXPECT_EQ(snapshots, 1);
-    EXPECT_EQ(clock.sleeperCount(), 0U);
+    EXPECT_EQ(clock.waitsBegun(), 0) << "no timeout was started";
+}
+
+TEST(DisplaySettleWaiter, StopsItsTimeoutWhenAPublishedTopologyPasses) {
+    CountingClock clock;
+    auto [stream, feed] = AsyncStream<DisplayTopology>::make();
+    feed.yield(topologyWith({1, 3}));
+    DisplaySettleWaiter waiter{std::move(stream), [] { return std::optional<DisplayTopology>{}; }, timeout,
+                               clock};
+    // The clock never moves: the waiter returns only because the match ends its timeout.
+    EXPECT_EQ(waiter.firstSettledTopology(holdsDisplay3), topologyWith({1, 3}));
+    EXPECT_EQ(clock.waitsBegun(), 1);
 }
 
 TEST(DisplaySettleWaiter, ReturnsTheFirstPassingPublishedTopologyWhileABurstIsInFlight) {

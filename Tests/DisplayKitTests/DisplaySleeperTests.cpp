@@ -62,10 +62,16 @@ TEST(DisplaySleeper, ReportsARunnerThatCannotStartTheTool) {
 }
 
 TEST(DisplaySleeperProcess, FailsWithTheCauseWhenThePowerToolIsMissing) {
-    // This machine has no /usr/bin/pmset, so the built-in runner cannot start it.
-    DisplaySleeper sleeper;
+    // The built-in runner, pointed at a path where no program is: the real tool is never started,
+    // so the displays of the machine running the tests stay awake.
+    std::vector<RecordedRun> runs;
+    DisplaySleeper sleeper{[&runs](const std::string& path, const std::vector<std::string>& arguments) {
+        runs.push_back({path, arguments});
+        return DisplaySleeper::spawn("/nonexistent/screenweaver/pmset", arguments);
+    }};
     EXPECT_EQ(sleeper.sleepDisplays().error(),
               DisplayError::displaySleepFailed("/usr/bin/pmset could not be run: No such file or directory"));
+    EXPECT_EQ(runs, (std::vector<RecordedRun>{{"/usr/bin/pmset", {"displaysleepnow"}}}));
 }
 
 TEST(DisplaySleeperProcess, SpawnsAProgramAndReturnsItsExitStatus) {

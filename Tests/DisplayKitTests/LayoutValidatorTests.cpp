@@ -26,10 +26,31 @@ TEST(LayoutValidator, RejectsAZeroWidthBeforeLookingAtTheOrigin) {
               invalid("display 7 has an empty frame (0.0, 0.0, 0.0, 1080.0)"));
 }
 
-TEST(LayoutValidator, RejectsAnEmptyFrameBeforeAnUnusableOrigin) {
+TEST(LayoutValidator, RejectsAnEmptyFrameBeforeAnUnusableOriginOfTheSameDisplay) {
+    EXPECT_EQ(LayoutValidator::validate({{1, frame(3e9, 0, 0, 1080)}}).error(),
+              invalid("display 1 has an empty frame (3000000000.0, 0.0, 0.0, 1080.0)"));
+}
+
+TEST(LayoutValidator, ChecksFramesInDisplayIDOrder) {
     EXPECT_EQ(LayoutValidator::validate({{2, frame(0, 0, 1920, 0)}, {1, frame(3e9, 0, 1920, 1080)}}).error(),
-              invalid("display 1 has an unusable origin (3000000000.0, 0.0)"))
-        << "displays are visited in ID order";
+              invalid("display 1 has an unusable origin (3000000000.0, 0.0)"));
+}
+
+TEST(LayoutValidator, ChecksFramesBeforeLookingForTheDisplayAtTheOrigin) {
+    EXPECT_EQ(LayoutValidator::validate({{1, frame(10, 0, 1920, 0)}}).error(),
+              invalid("display 1 has an empty frame (10.0, 0.0, 1920.0, 0.0)"));
+}
+
+TEST(LayoutValidator, ChecksTheOriginBeforeOverlaps) {
+    // Both at (0,0), so they also overlap: sharing the origin is what is reported.
+    EXPECT_EQ(LayoutValidator::validate({{1, frame(0, 0, 1920, 1080)}, {2, frame(0, 0, 1920, 1080)}}).error(),
+              invalid("displays [1, 2] share (0,0); exactly one may"));
+}
+
+TEST(LayoutValidator, ChecksOverlapsBeforeContiguity) {
+    const FrameMap frames{
+        {1, frame(0, 0, 1920, 1080)}, {2, frame(100, 100, 100, 100)}, {3, frame(5000, 0, 100, 100)}};
+    EXPECT_EQ(LayoutValidator::validate(frames).error(), invalid("displays 1 and 2 overlap"));
 }
 
 TEST(LayoutValidator, RejectsANaNHeight) {

@@ -89,8 +89,13 @@ TEST_F(WindowServerSimulatorVirtualDisplays, ShowsACreatedDisplayWithItsDescript
     EXPECT_EQ(cg.CGDisplayVendorNumber(displayID), 0x5357u);
     EXPECT_EQ(cg.CGDisplaySerialNumber(displayID), 0xABCDu);
     EXPECT_EQ(cg.CGDisplayModelNumber(displayID), 1u);
-    EXPECT_EQ(cg.CGDisplayPixelsWide(displayID), 5120u);
-    EXPECT_EQ(cg.CGDisplayPixelsHigh(displayID), 1440u);
+    // HiDPI: 5120x1440 pixels over 2560x720 points, and the "pixels" calls answer points, as on a Mac.
+    EXPECT_EQ(cg.CGDisplayPixelsWide(displayID), 2560u);
+    EXPECT_EQ(cg.CGDisplayPixelsHigh(displayID), 720u);
+    const CGDisplayModeRef mode = cg.CGDisplayCopyDisplayMode(displayID);
+    EXPECT_EQ(cg.CGDisplayModeGetPixelWidth(mode), 5120u);
+    EXPECT_EQ(cg.CGDisplayModeGetPixelHeight(mode), 1440u);
+    cg.CGDisplayModeRelease(mode);
     EXPECT_EQ(cg.CGDisplayMirrorsDisplay(displayID), 0u);
     EXPECT_EQ(cg.CGDisplayBounds(displayID).origin.x, 1920);
 
@@ -166,8 +171,10 @@ TEST_F(WindowServerSimulatorVirtualDisplays, BringsADisplayUpMirroredAtAnotherSi
     const ObjCRef display = createDisplay();
     const unsigned int displayID = runtime.send<unsigned int>(display.get(), runtime.selector("displayID"));
     EXPECT_EQ(cg.CGDisplayMirrorsDisplay(displayID), 1u);
-    EXPECT_EQ(cg.CGDisplayPixelsWide(displayID), 1920u);
-    EXPECT_EQ(cg.CGDisplayPixelsHigh(displayID), 1080u);
+    const CGDisplayModeRef mode = cg.CGDisplayCopyDisplayMode(displayID);
+    EXPECT_EQ(cg.CGDisplayModeGetPixelWidth(mode), 1920u);
+    EXPECT_EQ(cg.CGDisplayModeGetPixelHeight(mode), 1080u);
+    cg.CGDisplayModeRelease(mode);
     simulator.waitForCallbacks();
 }
 

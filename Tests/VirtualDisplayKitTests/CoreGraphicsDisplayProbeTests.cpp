@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "SimulatedMachine.hpp"
@@ -43,6 +45,51 @@ TEST_F(LiveDisplayProbe, ListsEveryActiveDisplayInTheWindowServersOrder) {
                                                                          .mirrorSource = 1,
                                                                          .pixelWidth = 1920,
                                                                          .pixelHeight = 1080}}));
+}
+
+TEST_F(LiveDisplayProbe, ReadsAHiDPIDisplaysPixelsFromItsCurrentModeNotItsPoints) {
+    simulation::SimulatedDisplay display;
+    display.displayID = 2;
+    display.modes = {{3840, 2160, 1920, 1080, 60.0, false}, {1920, 1080, 1920, 1080, 60.0, true}};
+    display.currentMode = 0;
+    simulator.addDisplay(display);
+    CoreGraphicsDisplayProbe probe{platform};
+    const auto displays = probe.activeDisplays();
+    ASSERT_EQ(displays.size(), 2U);
+    EXPECT_EQ(displays[1].pixelWidth, 3840);
+    EXPECT_EQ(displays[1].pixelHeight, 2160);
+}
+
+TEST_F(LiveDisplayProbe, ReadsEachDisplaysCurrentModeAndReleasesItAtOnce) {
+    CoreGraphicsDisplayProbe probe{platform};
+    simulator.clearCalls();
+    ASSERT_EQ(probe.activeDisplays().size(), 1U);
+    const auto calls = simulator.calls(CallFamily::coreGraphics);
+    const auto copy = std::ranges::find(calls, "CGDisplayCopyDisplayMode(display=1)");
+    ASSERT_LE(copy + 4, calls.end());
+    const std::vector<std::string> modeCalls(copy, copy + 4);
+    EXPECT_EQ(modeCalls, (std::vector<std::string>{
+                             "CGDisplayCopyDisplayMode(display=1)",
+                             "CGDisplayModeGetPixelWidth(mode=2560x1440/2560x1440@60.0)",
+                             "CGDisplayModeGetPixelHeight(mode=2560x1440/2560x1440@60.0)",
+                             "CGDisplayModeRelease(mode=2560x1440/2560x1440@60.0)",
+                         }));
+    EXPECT_EQ(std::ranges::count_if(calls,
+                                    [](const std::string& call) {
+                                        return call.starts_with("CGDisplayPixelsWide") ||
+                                               call.starts_with("CGDisplayPixelsHigh");
+                                    }),
+              0);
+}
+
+TEST_F(LiveDisplayProbe, ListsADisplayWithoutACurrentModeAtNoSize) {
+    simulator.editDisplayQuietly(1,
+                                 [](simulation::SimulatedDisplay& display) { display.currentMode.reset(); });
+    CoreGraphicsDisplayProbe probe{platform};
+    const auto displays = probe.activeDisplays();
+    ASSERT_EQ(displays.size(), 1U);
+    EXPECT_EQ(displays[0].pixelWidth, 0);
+    EXPECT_EQ(displays[0].pixelHeight, 0);
 }
 
 TEST_F(LiveDisplayProbe, ADisplayThatMirrorsNoneHasAnAbsentMirrorSourceNeverZero) {

@@ -84,7 +84,6 @@ Messages expectedMessages(const Expectation& expected) {
                     {
                         "+[CGVirtualDisplay alloc]",
                         "-[CGVirtualDisplay initWithDescriptor: <CGVirtualDisplayDescriptor>]",
-                        descriptor + "release]",
                         "+[CGVirtualDisplaySettings alloc]",
                         "-[CGVirtualDisplaySettings init]",
                     });
@@ -119,8 +118,9 @@ Messages expectedMessages(const Expectation& expected) {
     }
     messages.insert(messages.end(), {
                                         "-[CGVirtualDisplay applySettings: <CGVirtualDisplaySettings>]",
-                                        "-[CGVirtualDisplaySettings release]",
                                         "-[CGVirtualDisplay displayID]",
+                                        "-[CGVirtualDisplaySettings release]",
+                                        descriptor + "release]",
                                         "-[CGVirtualDisplay release]",
                                     });
     return messages;
@@ -201,9 +201,21 @@ TEST_F(NativeDisplayBuilding, RejectedSettingsReleaseTheDisplayBeforeReportingAR
     EXPECT_EQ(display.error(), VirtualDisplayError::configurationRejected());
     EXPECT_FALSE(simulator.virtualDisplays().at(0).alive);
     const auto messages = simulator.calls(simulation::CallFamily::messages);
-    const Messages tail(messages.end() - 3, messages.end());
+    const Messages tail(messages.end() - 4, messages.end());
     EXPECT_EQ(tail, (Messages{"-[CGVirtualDisplay applySettings: <CGVirtualDisplaySettings>]",
-                              "-[CGVirtualDisplaySettings release]", "-[CGVirtualDisplay release]"}));
+                              "-[CGVirtualDisplay release]", "-[CGVirtualDisplaySettings release]",
+                              "-[CGVirtualDisplayDescriptor release]"}));
+}
+
+TEST_F(NativeDisplayBuilding, ARefusedDescriptorIsReleasedAfterTheRefusal) {
+    simulator.setVirtualDisplayScript({.refuseEveryDescriptor = true});
+    const NativeDisplayBuilder maker = builder();
+    simulator.clearCalls();
+    ASSERT_FALSE(maker.makeDisplay(recipe(DynamicRange::standard)));
+    const auto messages = simulator.calls(simulation::CallFamily::messages);
+    const Messages tail(messages.end() - 2, messages.end());
+    EXPECT_EQ(tail, (Messages{"-[CGVirtualDisplay initWithDescriptor: <CGVirtualDisplayDescriptor>]",
+                              "-[CGVirtualDisplayDescriptor release]"}));
 }
 
 TEST_F(NativeDisplayBuilding, EachBuildRunsInsideAnAutoreleasePoolOfItsOwn) {

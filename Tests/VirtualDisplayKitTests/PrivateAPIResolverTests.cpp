@@ -47,6 +47,14 @@ TEST_F(PrivateAPIResolution, RequiredSelectorsListEachClassesMessagesInCheckingO
     EXPECT_EQ(&PrivateAPIResolver::requiredSelectors(), &required) << "built once";
 }
 
+TEST_F(PrivateAPIResolution, AClassOutsideTheFourIsNothingWithoutALookupOrALogEntry) {
+    const platform::ObjCRuntime runtime{*platform.objcRuntime};
+    simulator.clearCalls();
+    EXPECT_EQ(PrivateAPIResolver::validatedClass(runtime, "NSObject"), nullptr);
+    EXPECT_TRUE(classLookups(simulator).empty());
+    EXPECT_TRUE(logged().empty());
+}
+
 TEST_F(PrivateAPIResolution, ResolvesTheFourClassesInOrderWithoutLogging) {
     const auto resolved = PrivateAPIResolver::resolve(platform.objcRuntime);
     ASSERT_TRUE(resolved);

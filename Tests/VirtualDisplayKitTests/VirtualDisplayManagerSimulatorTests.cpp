@@ -53,6 +53,31 @@ TEST_F(ManagerOnSimulator, ASmoothCreationBuildsOnceAndObservesThreeTimes) {
                      entry(LogLevel::info, "released virtual display 4096")}));
 }
 
+TEST_F(ManagerOnSimulator, AHiDPIDisplayVerifiesAtItsPixelSizeThoughItsPointsAreHalf) {
+    auto spec = wideSpec();
+    spec.pixelWidth = 3840;
+    spec.pixelHeight = 2160;
+    spec.hiDPI = true;
+    auto manager = makeManager();
+    const auto handle = manager.create(spec, {});
+    ASSERT_TRUE(handle) << handle.error().description();
+    // The window server shows it as 1920x1080 points backed by 3840x2160 pixels; read in points it
+    // would never verify and end, six seconds later, as a rejected configuration.
+    const auto shown = simulator.display(handle->displayID);
+    ASSERT_TRUE(shown && shown->currentMode);
+    const simulation::SimulatedMode& mode = shown->modes[*shown->currentMode];
+    EXPECT_EQ(mode.pixelWidth, 3840U);
+    EXPECT_EQ(mode.pixelHeight, 2160U);
+    EXPECT_EQ(mode.pointWidth, 1920U);
+    EXPECT_EQ(mode.pointHeight, 1080U);
+    EXPECT_EQ(elapsed(), 0ns);
+    EXPECT_EQ(
+        logged(),
+        (std::vector{entry(LogLevel::info, "created virtual display 4096 at 3840x2160, 150 PPI accepted")}));
+    manager.release(*handle, {});
+    EXPECT_FALSE(anyVirtualDisplayAlive());
+}
+
 TEST_F(ManagerOnSimulator, AFirstRungRefusedAndASecondAcceptedYieldsTheSecondDensity) {
     simulator.setVirtualDisplayScript({.refuseDescriptorsAboveDensity = 130.0});
     auto manager = makeManager();

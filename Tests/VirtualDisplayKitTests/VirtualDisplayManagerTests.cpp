@@ -279,6 +279,21 @@ TEST_F(VirtualDisplayManagerRelease, AnOrphanThatOutlivesTheWaitIsReportedAndNot
                            entry(LogLevel::error, "1 orphaned display(s) outlived the wait")}));
 }
 
+TEST_F(VirtualDisplayManagerRelease, ACancelledOrphanWaitReportsTheOrphansStillThere) {
+    auto manager = makeManager();
+    displays.addDisplay({.displayID = 7, .vendorNumber = 0x5357});
+    displays.addDisplay({.displayID = 8, .vendorNumber = 0x5357});
+    displays.addDisplay({.displayID = 9, .vendorNumber = 0x5357}, clock.now() + 50ms);
+    StopSource stop;
+    // The first look finds the three orphans, the second (after one poll) stops the wait.
+    displays.stopAfterObservations(stop, 2);
+    EXPECT_EQ(manager.releaseOrphans(stop.token()), 1);
+    EXPECT_EQ(elapsed(), 50ms);
+    EXPECT_EQ(logged(),
+              (std::vector{entry(LogLevel::defaultLevel, "found 3 virtual display(s) without a live owner"),
+                           entry(LogLevel::error, "2 orphaned display(s) outlived the wait")}));
+}
+
 TEST_F(VirtualDisplayManagerRelease, ARetainedDisplayTheSystemNoLongerListsIsDroppedAndCounted) {
     auto manager = makeManager();
     ASSERT_TRUE(manager.create(wideSpec(), {}));

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <sys/wait.h>
 
 extern char** environ;
@@ -125,15 +126,13 @@ bool ChildProcess::isRunning() {
     return true;
 }
 
-std::chrono::microseconds ChildProcess::cpuTime() const {
-    // schedstat's first field is the time spent on a processor, in nanoseconds; stat's tick counts
-    // (fields 14 and 15) are the coarse fallback where the kernel keeps no scheduler statistics.
-    std::ifstream schedstat{"/proc/" + std::to_string(pid_) + "/schedstat"};
-    long long nanoseconds = 0;
-    if (schedstat >> nanoseconds) {
-        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::nanoseconds{nanoseconds});
-    }
-    std::ifstream statFile{"/proc/" + std::to_string(pid_) + "/stat"};
+ChildProcess::ThreadActivity ChildProcess::mainThreadActivity() const {
+    // The main thread's task has the process's ID. Its schedstat starts with the time spent on a
+    // processor in nanoseconds; stat's tick counts (fields 14 and 15) are the coarse fallback where
+    // the kernel keeps no scheduler statistics.
+    const std::string task = "/proc/" + std::to_string(pid_) + "/task/" + std::to_string(pid_);
+    ThreadActivity activity;
+    std::ifstream statFile{task + "/stat"};
     std::string line;
     std::getline(statFile, line);
     // The command name is in parentheses and may hold blanks; the fields after it are plain.
@@ -141,11 +140,35 @@ std::chrono::microseconds ChildProcess::cpuTime() const {
     std::string field;
     long long ticks = 0;
     for (int index = 3; index <= 15 && fields >> field; ++index) {
-        if (index == 14 || index == 15) {
+        if (index == 3) {
+            activity.state = field.front();
+        } else if (index == 14 || index == 15) {
             ticks += std::stoll(field);
         }
     }
-    return std::chrono::microseconds{ticks * 1000000 / ::sysconf(_SC_CLK_TCK)};
+    std::ifstream schedstat{task + "/schedstat"};
+    long long nanoseconds = 0;
+    activity.processorTime = schedstat >> nanoseconds
+                                 ? std::chrono::nanoseconds{nanoseconds}
+                                 : std::chrono::nanoseconds{ticks * 1000000000 / ::sysconf(_SC_CLK_TCK)};
+    std::ifstream status{task + "/status"};
+    for (std::string entry; std::getline(status, entry);) {
+        constexpr std::string_view key = "voluntary_ctxt_switches:";
+        if (entry.starts_with(key)) {
+            activity.voluntarySwitches = std::stoll(entry.substr(key.size()));
+        }
+    }
+    return activity;
+}
+
+void ChildProcess::waitForErrorLine() {
+    while (error_.find('\n') == std::string::npos && (outputPipe_ >= 0 || errorPipe_ >= 0)) {
+        std::array<pollfd, 2> descriptors{pollfd{outputPipe_, POLLIN, 0}, pollfd{errorPipe_, POLLIN, 0}};
+        if (::poll(descriptors.data(), descriptors.size(), -1) < 0 && errno != EINTR) {
+            return;
+        }
+        read(false);
+    }
 }
 
 void ChildProcess::stop(int signal) {

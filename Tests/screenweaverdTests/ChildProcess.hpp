@@ -24,11 +24,22 @@ public:
     /// Whether the child is still running (it is not reaped).
     [[nodiscard]] bool isRunning();
 
-    /// The processor time the child has used so far, from /proc.
-    [[nodiscard]] std::chrono::microseconds cpuTime() const;
+    /// What the kernel has counted for the child's main thread so far, from /proc.
+    struct ThreadActivity {
+        /// Time spent on a processor.
+        std::chrono::nanoseconds processorTime{};
+        /// How often the thread gave up the processor to wait.
+        long long voluntarySwitches = 0;
+        /// The scheduler state letter: 'R' running, 'S' asleep in a wait, ...
+        char state = '?';
+    };
+    [[nodiscard]] ThreadActivity mainThreadActivity() const;
 
     /// Reads what the child has written so far, without waiting.
     void drain();
+
+    /// Reads until the child's standard error holds a whole line (or the child closed it).
+    void waitForErrorLine();
 
     /// Ends the child with `signal` and reaps it.
     void stop(int signal);

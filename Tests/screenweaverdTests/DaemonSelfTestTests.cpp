@@ -127,11 +127,20 @@ CGError activeDisplayList(uint32_t maxDisplays, CGDirectDisplayID* displays, uin
     }
     return original->CGGetActiveDisplayList(maxDisplays, displays, count);
 }
-size_t pixelsWide(CGDirectDisplayID display) {
-    return original->CGDisplayPixelsWide(display) - (filledLists > 4 && display != 1 ? widthShortfall : 0);
+// The display whose current mode was copied last: the size reads that follow are its.
+CGDirectDisplayID copiedFrom = 0;
+CGDisplayModeRef copyDisplayMode(CGDirectDisplayID display) {
+    copiedFrom = display;
+    return original->CGDisplayCopyDisplayMode(display);
 }
-size_t pixelsHigh(CGDirectDisplayID display) {
-    return original->CGDisplayPixelsHigh(display) - (filledLists > 4 && display != 1 ? heightShortfall : 0);
+bool shortened() {
+    return filledLists > 4 && copiedFrom != 1;
+}
+size_t pixelWidth(CGDisplayModeRef mode) {
+    return original->CGDisplayModeGetPixelWidth(mode) - (shortened() ? widthShortfall : 0);
+}
+size_t pixelHeight(CGDisplayModeRef mode) {
+    return original->CGDisplayModeGetPixelHeight(mode) - (shortened() ? heightShortfall : 0);
 }
 }  // namespace offByOne
 
@@ -141,8 +150,9 @@ TEST_F(SelfTestOnSimulator, AnObservedSizeOnePixelOffInEitherDimensionFailsButIs
     platform::CoreGraphicsAPI shortened = *platform.coreGraphics;
     offByOne::original = platform.coreGraphics;
     shortened.CGGetActiveDisplayList = &offByOne::activeDisplayList;
-    shortened.CGDisplayPixelsWide = &offByOne::pixelsWide;
-    shortened.CGDisplayPixelsHigh = &offByOne::pixelsHigh;
+    shortened.CGDisplayCopyDisplayMode = &offByOne::copyDisplayMode;
+    shortened.CGDisplayModeGetPixelWidth = &offByOne::pixelWidth;
+    shortened.CGDisplayModeGetPixelHeight = &offByOne::pixelHeight;
     platform.coreGraphics = &shortened;
     for (const auto& [width, height, observed] :
          {std::tuple{1, 0, "machine reports: 5119x1440"}, std::tuple{0, 1, "machine reports: 5120x1439"}}) {

@@ -41,22 +41,19 @@ std::expected<std::unique_ptr<RetainedDisplay>, VirtualDisplayError> NativeDispl
 
 std::expected<std::unique_ptr<NativeVirtualDisplay>, VirtualDisplayError> NativeDisplayBuilder::build(
     const VirtualDisplayRecipe& recipe) const {
-    platform::ObjCRef display = [&] {
-        // The display keeps what it needs of the descriptor; ours goes as soon as it has been read.
-        const platform::ObjCRef descriptor = makeDescriptor(recipe);
-        return runtime_.make(api_.displayType, selectors_.initWithDescriptor, descriptor.get());
-    }();
+    // The descriptor and the settings stay alive until the build is over: the display may still
+    // read them while it applies its settings. They are released when this function returns,
+    // after the display (on a refusal) or after its ID was read (on success).
+    const platform::ObjCRef descriptor = makeDescriptor(recipe);
+    platform::ObjCRef display =
+        runtime_.make(api_.displayType, selectors_.initWithDescriptor, descriptor.get());
     if (!display) {
         return std::unexpected{VirtualDisplayError::creationFailed(
             fmt::format("the display interface refused a descriptor of {}x{} at {} PPI", recipe.maxPixelsWide,
                         recipe.maxPixelsHigh, VirtualDisplayGeometry::wholePPI(recipe.ppi)))};
     }
-    const bool applied = [&] {
-        const platform::ObjCRef settings = makeSettings(recipe);
-        return static_cast<bool>(
-            runtime_.send<BOOL>(display.get(), selectors_.applySettings, settings.get()));
-    }();
-    if (!applied) {
+    const platform::ObjCRef settings = makeSettings(recipe);
+    if (!static_cast<bool>(runtime_.send<BOOL>(display.get(), selectors_.applySettings, settings.get()))) {
         // Releasing the object takes the half-made display off the system.
         display.reset();
         return std::unexpected{VirtualDisplayError::configurationRejected()};

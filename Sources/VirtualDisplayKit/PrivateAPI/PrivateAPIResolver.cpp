@@ -20,13 +20,18 @@ const std::unordered_map<std::string_view, std::span<const std::string_view>>& r
 }
 
 Class validatedClass(const platform::ObjCRuntime& runtime, std::string_view name) {
+    // A class outside the four has no required selectors to check it against: it is never used.
+    const auto required = requiredSelectors().find(name);
+    if (required == requiredSelectors().end()) {
+        return nullptr;
+    }
     const std::string className{name};
     const Class cls = runtime.lookUpClass(className.c_str());
     if (cls == nullptr) {
         Log::virtualDisplay().log(fmt::format("private class {} is absent", name));
         return nullptr;
     }
-    for (const std::string_view selector : requiredSelectors().at(name)) {
+    for (const std::string_view selector : required->second) {
         if (!runtime.instancesRespondToSelector(cls, runtime.selector(std::string{selector}.c_str()))) {
             Log::virtualDisplay().log(fmt::format("private class {} lacks {}", name, selector));
             return nullptr;

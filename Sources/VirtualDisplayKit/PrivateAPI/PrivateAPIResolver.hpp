@@ -19,7 +19,8 @@ requiredSelectors();
 
 /// The class registered under `name` when its instances answer all of its required selectors;
 /// Nil otherwise, after logging "private class <name> is absent" or "private class <name> lacks
-/// <selector>" for the first selector missing.
+/// <selector>" for the first selector missing. A name outside the four private classes is Nil at
+/// once, without a lookup or a log entry.
 [[nodiscard]] Class validatedClass(const platform::ObjCRuntime& runtime, std::string_view name);
 
 /// The four classes, looked up in the order descriptor, mode, settings, display and stopping at the

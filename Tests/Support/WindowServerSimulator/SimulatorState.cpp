@@ -767,15 +767,17 @@ CGDirectDisplayID SimulatorState::mirrorsDisplay(CGDirectDisplayID display) {
                        [](const SimulatedDisplay& found) { return found.mirrorSource; });
 }
 
+// Despite their names, the real calls answer the current mode's size in points: a HiDPI mode of
+// 3840x2160 pixels reads 1920x1080 here, as it does on a Mac.
 size_t SimulatorState::pixelsWide(CGDirectDisplayID display) {
     return readDisplay("CGDisplayPixelsWide", display, size_t{0}, [](const SimulatedDisplay& found) {
-        return found.currentMode ? found.modes[*found.currentMode].pixelWidth : 0;
+        return found.currentMode ? found.modes[*found.currentMode].pointWidth : 0;
     });
 }
 
 size_t SimulatorState::pixelsHigh(CGDirectDisplayID display) {
     return readDisplay("CGDisplayPixelsHigh", display, size_t{0}, [](const SimulatedDisplay& found) {
-        return found.currentMode ? found.modes[*found.currentMode].pixelHeight : 0;
+        return found.currentMode ? found.modes[*found.currentMode].pointHeight : 0;
     });
 }
 
