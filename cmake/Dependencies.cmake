@@ -22,6 +22,10 @@ else()
 
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)
+  # The X backend's way to the display server; DPMS only for putting displays to sleep.
+  pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
+  pkg_check_modules(XCB_RANDR REQUIRED IMPORTED_TARGET xcb-randr>=1.13)
+  pkg_check_modules(XCB_DPMS REQUIRED IMPORTED_TARGET xcb-dpms)
 endif()
 
 find_package(Threads REQUIRED)

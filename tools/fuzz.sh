@@ -8,6 +8,9 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 seconds="${SCREENWEAVER_FUZZ_SECONDS:-30}"
 build="$root/build/fuzz"
 targets=(ConfigFuzzer CLIRequestFuzzer CLIReplyFuzzer CatalogFuzzer DisplayRefKeyFuzzer)
+if [[ "$(uname -s)" != "Darwin" ]]; then
+    targets+=(EDIDIdentityFuzzer VirtualMonitorNameFuzzer)
+fi
 
 cmake --preset fuzz -S "$root" -B "$build" >/dev/null
 # The machine is shared: builds take turns through one lock.

@@ -25,6 +25,9 @@ packages=(
     libsimdjson-dev libfmt-dev uuid-dev libsystemd-dev       # libraries of the system
     libgtest-dev libgmock-dev googletest libbenchmark-dev    # tests and benchmarks
     libxml2-utils                                            # xmllint, checks the launchd property list
+    libxcb1-dev libxcb-randr0-dev libxcb-dpms0-dev           # the X backend: XCB with RandR and DPMS
+    xserver-xorg-core xserver-xorg-video-dummy               # a headless X server for its tests and the check
+    libxcb-res0-dev                                          # tests: the X server's count of its clients
 )
 missing=()
 for package in "${packages[@]}"; do

@@ -5,8 +5,6 @@
 
 #include "CoreTypes/Log.hpp"
 #include "CoreTypes/VirtualDisplayVendor.hpp"
-#include "VirtualDisplayKit/PrivateAPI/NativeDisplayBuilder.hpp"
-#include "VirtualDisplayKit/PrivateAPI/PrivateAPIResolver.hpp"
 #include "VirtualDisplayKit/VirtualDisplayAvailabilityGate.hpp"
 #include "VirtualDisplayKit/VirtualDisplayGeometry.hpp"
 #include "VirtualDisplayKit/VirtualDisplayRecipe.hpp"
@@ -15,33 +13,11 @@ namespace screenweaver {
 
 VirtualDisplayManager::VirtualDisplayManager(const platform::PlatformAPI& platform,
                                              std::shared_ptr<LiveDisplayProbing> probe, const Clock& clock)
-    : VirtualDisplayManager(resolveAndGate(platform), std::move(probe), clock) {}
+    : VirtualDisplayManager(VirtualDisplayBackend::coreGraphics(platform, std::move(probe)), clock) {}
 
-VirtualDisplayManager::VirtualDisplayManager(GatedMaker gated, std::shared_ptr<LiveDisplayProbing> probe,
-                                             const Clock& clock)
-    : VirtualDisplayManager(std::move(gated.outcome), std::move(gated.builder), std::move(probe), clock) {}
-
-VirtualDisplayManager::GatedMaker VirtualDisplayManager::resolveAndGate(
-    const platform::PlatformAPI& platform) {
-    const std::optional<ResolvedPrivateAPI> resolved = PrivateAPIResolver::resolve(platform.objcRuntime);
-    // Without a macOS version (any other system) there is no version to hold against the interface:
-    // the version rule passes and the interface's absence decides.
-    const int osVersion =
-        platform.process.macOSMajorVersion.value_or(VirtualDisplayAvailabilityGate::minimumMajorVersion);
-    GatedMaker gated{.outcome = VirtualDisplayAvailabilityGate::evaluate(resolved.has_value(), osVersion),
-                     .builder = nullptr};
-    // The builder also needs CoreFoundation (the name and the mode list) and the user-initiated
-    // global queue; the system has all of them wherever it has the classes.
-    if (resolved && platform.coreFoundation != nullptr) {
-        const dispatch_queue_t queue =
-            platform.dispatch != nullptr
-                ? platform.dispatch->dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0)
-                : nullptr;
-        gated.builder = std::make_unique<NativeDisplayBuilder>(*platform.objcRuntime,
-                                                               *platform.coreFoundation, *resolved, queue);
-    }
-    return gated;
-}
+VirtualDisplayManager::VirtualDisplayManager(VirtualDisplayBackend backend, const Clock& clock)
+    : VirtualDisplayManager(std::move(backend.outcome), std::move(backend.maker), std::move(backend.probe),
+                            clock) {}
 
 VirtualDisplayManager::VirtualDisplayManager(VirtualDisplayGateOutcome outcome,
                                              std::unique_ptr<NativeVirtualDisplayMaking> builder,
@@ -106,7 +82,7 @@ std::expected<VirtualDisplayManager::Rung, VirtualDisplayError> VirtualDisplayMa
     for (const double ppi : ladder) {
         // The maker wraps each attempt in an autorelease pool of its own, so the temporary objects
         // of a refused rung are gone before the next one is tried.
-        auto display = builder_->makeDisplay(VirtualDisplayRecipe::make(spec, ppi));
+        auto display = builder_->makeIdentifiedDisplay(VirtualDisplayRecipe::make(spec, ppi), spec.id);
         if (display) {
             return Rung{.display = std::move(*display), .ppi = ppi};
         }

@@ -13,6 +13,7 @@
 #include "Platform/PlatformAPI.hpp"
 #include "VirtualDisplayKit/LiveDisplayProbing.hpp"
 #include "VirtualDisplayKit/NativeVirtualDisplayMaking.hpp"
+#include "VirtualDisplayKit/VirtualDisplayBackend.hpp"
 #include "VirtualDisplayKit/VirtualDisplayGateOutcome.hpp"
 
 namespace screenweaver {
@@ -37,9 +38,13 @@ public:
 
     /// Resolves the private interface through `platform`, gates it with the process's macOS
     /// version and, when the classes were found, makes displays with a native builder handing out
-    /// the user-initiated global queue. The platform's tables and `clock` must outlive the manager.
+    /// the user-initiated global queue (`VirtualDisplayBackend::coreGraphics`). The platform's
+    /// tables and `clock` must outlive the manager.
     VirtualDisplayManager(const platform::PlatformAPI& platform, std::shared_ptr<LiveDisplayProbing> probe,
                           const Clock& clock);
+
+    /// A manager over a machine's backend; `clock` must outlive it.
+    VirtualDisplayManager(VirtualDisplayBackend backend, const Clock& clock);
 
     /// A manager over parts already decided: the gate's outcome, the maker (absent when the
     /// interface was not resolved), the probe and the clock, which must outlive the manager.
@@ -60,16 +65,6 @@ public:
 
 private:
     using ActorLock = std::unique_lock<std::mutex>;
-
-    struct GatedMaker {
-        VirtualDisplayGateOutcome outcome;
-        std::unique_ptr<NativeVirtualDisplayMaking> builder;
-    };
-
-    /// Resolution and gating, done once when the manager is made.
-    [[nodiscard]] static GatedMaker resolveAndGate(const platform::PlatformAPI& platform);
-
-    VirtualDisplayManager(GatedMaker gated, std::shared_ptr<LiveDisplayProbing> probe, const Clock& clock);
 
     struct Rung {
         std::unique_ptr<RetainedDisplay> display;

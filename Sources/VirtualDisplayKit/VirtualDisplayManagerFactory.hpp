@@ -6,6 +6,7 @@
 #include "CoreTypes/Protocols/VirtualDisplayManaging.hpp"
 #include "Platform/PlatformAPI.hpp"
 #include "VirtualDisplayKit/LiveDisplayProbing.hpp"
+#include "VirtualDisplayKit/VirtualDisplayBackend.hpp"
 
 /// Decides once, at start-up, which manager clients get.
 namespace screenweaver::VirtualDisplayManagerFactory {
@@ -16,5 +17,8 @@ namespace screenweaver::VirtualDisplayManagerFactory {
 [[nodiscard]] std::unique_ptr<VirtualDisplayManaging> make(const platform::PlatformAPI& platform,
                                                            std::shared_ptr<LiveDisplayProbing> probe,
                                                            const Clock& clock);
+
+/// The same over a machine's backend (`VirtualDisplayBackend::system` for the machine this runs on).
+[[nodiscard]] std::unique_ptr<VirtualDisplayManaging> make(VirtualDisplayBackend backend, const Clock& clock);
 
 }  // namespace screenweaver::VirtualDisplayManagerFactory

@@ -5,7 +5,7 @@
 #include <fmt/ranges.h>
 #include <memory>
 
-#include "VirtualDisplayKit/CoreGraphicsDisplayProbe.hpp"
+#include "VirtualDisplayKit/VirtualDisplayBackend.hpp"
 #include "VirtualDisplayKit/VirtualDisplayGeometry.hpp"
 #include "VirtualDisplayKit/VirtualDisplayManagerFactory.hpp"
 
@@ -41,11 +41,13 @@ const VirtualDisplaySpec& spec() {
 
 Report run(const platform::PlatformAPI& platform, const Clock& clock, const StopToken& stop) {
     Report report;
-    const auto manager = VirtualDisplayManagerFactory::make(
-        platform, std::make_shared<CoreGraphicsDisplayProbe>(platform), clock);
-    CoreGraphicsDisplayProbe observer{platform};
+    // The machine's own display server: the window server on a Mac, the session's X server
+    // elsewhere. The check observes the displays through the same probe as its manager.
+    VirtualDisplayBackend backend = VirtualDisplayBackend::system(platform);
+    const std::shared_ptr<LiveDisplayProbing> observer = backend.probe;
+    const auto manager = VirtualDisplayManagerFactory::make(std::move(backend), clock);
     report.lines.push_back(fmt::format("uid {}, displays before: [{}]", platform.process.realUserID,
-                                       fmt::join(displayIDs(observer.activeDisplays()), ", ")));
+                                       fmt::join(displayIDs(observer->activeDisplays()), ", ")));
 
     if (const auto availability = manager->availability();
         const auto* unavailable = availability.asUnavailable()) {
@@ -60,7 +62,7 @@ Report run(const platform::PlatformAPI& platform, const Clock& clock, const Stop
     report.lines.push_back(fmt::format("created display {} at {} PPI", handle->displayID,
                                        VirtualDisplayGeometry::wholePPI(handle->acceptedPPI)));
 
-    const std::vector<LiveDisplaySnapshot> after = observer.activeDisplays();
+    const std::vector<LiveDisplaySnapshot> after = observer->activeDisplays();
     const auto observed = std::ranges::find(after, handle->displayID, &LiveDisplaySnapshot::displayID);
     report.lines.push_back("machine reports: " +
                            (observed == after.end()

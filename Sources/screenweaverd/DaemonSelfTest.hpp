@@ -24,7 +24,8 @@ struct Report {
 /// each run asks for the same display identity. Built once.
 [[nodiscard]] const VirtualDisplaySpec& spec();
 
-/// Runs the check on `platform` with its own manager and probe; waits are measured on `clock`.
+/// Runs the check on `platform`'s display server (`VirtualDisplayBackend::system`) with its own
+/// manager and probe; waits are measured on `clock`.
 /// Never fails: every failure becomes a line of the report. A display it created is released
 /// before the verdict, whatever the verdict.
 [[nodiscard]] Report run(const platform::PlatformAPI& platform, const Clock& clock,

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "ChildProcess.hpp"
+#include "ChildProcess/ChildProcess.hpp"
 
 namespace screenweaver {
 namespace {
@@ -27,8 +27,9 @@ struct Outcome {
     std::string error;
 };
 
+// Without a display server: no X display is named, and this is no Mac.
 Outcome run(const std::vector<std::string>& arguments, const char* path = SCREENWEAVERD_PATH) {
-    ChildProcess child{path, arguments};
+    ChildProcess child{path, arguments, ChildProcess::environmentWithout("DISPLAY")};
     const int status = child.wait();
     return {status, child.output(), child.error()};
 }

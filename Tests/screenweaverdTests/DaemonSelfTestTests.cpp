@@ -1,7 +1,9 @@
 // The self-test in-process: on this machine (no macOS) and on the simulated window server.
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,9 +61,17 @@ TEST(DaemonSelfTest, AsksForTheFixedWideDisplay) {
     EXPECT_EQ(&DaemonSelfTest::spec(), &spec) << "built once";
 }
 
-TEST(DaemonSelfTest, OnAMachineWithoutMacOSReportsTheInterfaceUnavailable) {
+TEST(DaemonSelfTest, OnAMachineWithoutADisplayServerReportsTheInterfaceUnavailable) {
+    // No X display is named, and this is no Mac.
+    const char* const display = std::getenv("DISPLAY");
+    const std::optional<std::string> named =
+        display != nullptr ? std::optional<std::string>{display} : std::nullopt;
+    ::unsetenv("DISPLAY");
     const ScopedLogCapture capture;
     const auto report = DaemonSelfTest::run(platform::PlatformAPI::system(), ContinuousClock::shared());
+    if (named) {
+        ::setenv("DISPLAY", named->c_str(), 1);
+    }
     EXPECT_EQ(report, (DaemonSelfTest::Report{.passed = false, .lines = {uidLine("[]"), doesNotExpose}}));
 }
 

@@ -1,4 +1,4 @@
-#include "ChildProcess.hpp"
+#include "ChildProcess/ChildProcess.hpp"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -33,7 +33,22 @@ int exitStatus(int waitStatus) {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::string& path, const std::vector<std::string>& arguments) {
+ChildProcess::ChildProcess(const std::string& path, const std::vector<std::string>& arguments)
+    : ChildProcess(path, arguments, environmentWithout("")) {}
+
+std::vector<std::string> ChildProcess::environmentWithout(const std::string& name) {
+    std::vector<std::string> kept;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string_view variable{*entry};
+        if (name.empty() || !variable.starts_with(name + "=")) {
+            kept.emplace_back(variable);
+        }
+    }
+    return kept;
+}
+
+ChildProcess::ChildProcess(const std::string& path, const std::vector<std::string>& arguments,
+                           const std::vector<std::string>& environment) {
     std::array<int, 2> outputPipe{};
     std::array<int, 2> errorPipe{};
     if (::pipe2(outputPipe.data(), O_CLOEXEC) != 0 || ::pipe2(errorPipe.data(), O_CLOEXEC) != 0) {
@@ -51,7 +66,13 @@ ChildProcess::ChildProcess(const std::string& path, const std::vector<std::strin
         argv.push_back(argument.data());
     }
     argv.push_back(nullptr);
-    const int spawned = posix_spawn(&pid_, path.c_str(), &actions, nullptr, argv.data(), environ);
+    std::vector<std::string> environmentStorage = environment;
+    std::vector<char*> envp;
+    for (auto& variable : environmentStorage) {
+        envp.push_back(variable.data());
+    }
+    envp.push_back(nullptr);
+    const int spawned = posix_spawn(&pid_, path.c_str(), &actions, nullptr, argv.data(), envp.data());
     posix_spawn_file_actions_destroy(&actions);
     ::close(outputPipe[1]);
     ::close(errorPipe[1]);
@@ -162,7 +183,15 @@ ChildProcess::ThreadActivity ChildProcess::mainThreadActivity() const {
 }
 
 void ChildProcess::waitForErrorLine() {
-    while (error_.find('\n') == std::string::npos && (outputPipe_ >= 0 || errorPipe_ >= 0)) {
+    waitForLine(error_);
+}
+
+void ChildProcess::waitForOutputLine() {
+    waitForLine(output_);
+}
+
+void ChildProcess::waitForLine(const std::string& text) {
+    while (text.find('\n') == std::string::npos && (outputPipe_ >= 0 || errorPipe_ >= 0)) {
         std::array<pollfd, 2> descriptors{pollfd{outputPipe_, POLLIN, 0}, pollfd{errorPipe_, POLLIN, 0}};
         if (::poll(descriptors.data(), descriptors.size(), -1) < 0 && errno != EINTR) {
             return;

@@ -13,6 +13,15 @@ class ChildProcess {
 public:
     /// Starts `path` with `arguments` (without the program path), inheriting the environment.
     ChildProcess(const std::string& path, const std::vector<std::string>& arguments);
+    /// The same with `environment` ("NAME=value" entries) instead.
+    ChildProcess(const std::string& path, const std::vector<std::string>& arguments,
+                 const std::vector<std::string>& environment);
+
+    /// This process's environment, without the variable `name`.
+    [[nodiscard]] static std::vector<std::string> environmentWithout(const std::string& name);
+
+    /// The child's process ID.
+    [[nodiscard]] pid_t pid() const { return pid_; }
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
@@ -40,6 +49,8 @@ public:
 
     /// Reads until the child's standard error holds a whole line (or the child closed it).
     void waitForErrorLine();
+    /// Reads until the child's standard output holds a whole line (or the child closed it).
+    void waitForOutputLine();
 
     /// Ends the child with `signal` and reaps it.
     void stop(int signal);
@@ -49,6 +60,7 @@ public:
 
 private:
     void read(bool untilClosed);
+    void waitForLine(const std::string& text);
 
     pid_t pid_ = -1;
     int outputPipe_ = -1;

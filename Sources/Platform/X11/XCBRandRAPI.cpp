@@ -1,0 +1,91 @@
+// The real libxcb and libxcb-randr, for the X backend (selected by CMake off Apple platforms).
+// Each entry is initialised with the library's own function, so a type that differs from the
+// library's declaration does not compile.
+#include "Platform/X11/XCBRandRAPI.hpp"
+
+namespace screenweaver::platform::x11 {
+
+const XCBRandRAPI& systemXCBRandR() {
+    static const XCBRandRAPI table{
+        .xcb_connect = &::xcb_connect,
+        .xcb_disconnect = &::xcb_disconnect,
+        .xcb_connection_has_error = &::xcb_connection_has_error,
+        .xcb_get_setup = &::xcb_get_setup,
+        .xcb_setup_roots_iterator = &::xcb_setup_roots_iterator,
+        .xcb_screen_next = &::xcb_screen_next,
+        .xcb_generate_id = &::xcb_generate_id,
+        .xcb_flush = &::xcb_flush,
+        .xcb_request_check = &::xcb_request_check,
+        .xcb_get_extension_data = &::xcb_get_extension_data,
+        .xcb_poll_for_event = &::xcb_poll_for_event,
+        .xcb_get_file_descriptor = &::xcb_get_file_descriptor,
+        .xcb_send_request = &::xcb_send_request,
+        .xcb_grab_server_checked = &::xcb_grab_server_checked,
+        .xcb_ungrab_server_checked = &::xcb_ungrab_server_checked,
+        .xcb_create_window_checked = &::xcb_create_window_checked,
+        .xcb_destroy_window_checked = &::xcb_destroy_window_checked,
+        .xcb_change_property_checked = &::xcb_change_property_checked,
+        .xcb_get_property = &::xcb_get_property,
+        .xcb_get_property_reply = &::xcb_get_property_reply,
+        .xcb_get_property_value = &::xcb_get_property_value,
+        .xcb_get_property_value_length = &::xcb_get_property_value_length,
+        .xcb_intern_atom = &::xcb_intern_atom,
+        .xcb_intern_atom_reply = &::xcb_intern_atom_reply,
+        .xcb_get_atom_name = &::xcb_get_atom_name,
+        .xcb_get_atom_name_reply = &::xcb_get_atom_name_reply,
+        .xcb_get_atom_name_name = &::xcb_get_atom_name_name,
+        .xcb_get_atom_name_name_length = &::xcb_get_atom_name_name_length,
+        .xcb_get_geometry = &::xcb_get_geometry,
+        .xcb_get_geometry_reply = &::xcb_get_geometry_reply,
+        .xcb_randr_id = &::xcb_randr_id,
+        .xcb_randr_query_version = &::xcb_randr_query_version,
+        .xcb_randr_query_version_reply = &::xcb_randr_query_version_reply,
+        .xcb_randr_select_input_checked = &::xcb_randr_select_input_checked,
+        .xcb_randr_get_screen_size_range = &::xcb_randr_get_screen_size_range,
+        .xcb_randr_get_screen_size_range_reply = &::xcb_randr_get_screen_size_range_reply,
+        .xcb_randr_set_screen_size_checked = &::xcb_randr_set_screen_size_checked,
+        .xcb_randr_get_screen_info = &::xcb_randr_get_screen_info,
+        .xcb_randr_get_screen_info_reply = &::xcb_randr_get_screen_info_reply,
+        .xcb_randr_get_screen_info_sizes = &::xcb_randr_get_screen_info_sizes,
+        .xcb_randr_get_screen_info_sizes_length = &::xcb_randr_get_screen_info_sizes_length,
+        .xcb_randr_get_screen_resources_current = &::xcb_randr_get_screen_resources_current,
+        .xcb_randr_get_screen_resources_current_reply = &::xcb_randr_get_screen_resources_current_reply,
+        .xcb_randr_get_screen_resources_current_crtcs = &::xcb_randr_get_screen_resources_current_crtcs,
+        .xcb_randr_get_screen_resources_current_crtcs_length =
+            &::xcb_randr_get_screen_resources_current_crtcs_length,
+        .xcb_randr_get_screen_resources_current_outputs = &::xcb_randr_get_screen_resources_current_outputs,
+        .xcb_randr_get_screen_resources_current_outputs_length =
+            &::xcb_randr_get_screen_resources_current_outputs_length,
+        .xcb_randr_get_screen_resources_current_modes = &::xcb_randr_get_screen_resources_current_modes,
+        .xcb_randr_get_screen_resources_current_modes_length =
+            &::xcb_randr_get_screen_resources_current_modes_length,
+        .xcb_randr_get_output_info = &::xcb_randr_get_output_info,
+        .xcb_randr_get_output_info_reply = &::xcb_randr_get_output_info_reply,
+        .xcb_randr_get_output_info_modes = &::xcb_randr_get_output_info_modes,
+        .xcb_randr_get_output_info_modes_length = &::xcb_randr_get_output_info_modes_length,
+        .xcb_randr_get_output_info_name = &::xcb_randr_get_output_info_name,
+        .xcb_randr_get_output_info_name_length = &::xcb_randr_get_output_info_name_length,
+        .xcb_randr_get_crtc_info = &::xcb_randr_get_crtc_info,
+        .xcb_randr_get_crtc_info_reply = &::xcb_randr_get_crtc_info_reply,
+        .xcb_randr_get_crtc_info_outputs = &::xcb_randr_get_crtc_info_outputs,
+        .xcb_randr_get_crtc_info_outputs_length = &::xcb_randr_get_crtc_info_outputs_length,
+        .xcb_randr_set_crtc_config = &::xcb_randr_set_crtc_config,
+        .xcb_randr_set_crtc_config_reply = &::xcb_randr_set_crtc_config_reply,
+        .xcb_randr_get_output_primary = &::xcb_randr_get_output_primary,
+        .xcb_randr_get_output_primary_reply = &::xcb_randr_get_output_primary_reply,
+        .xcb_randr_get_output_property = &::xcb_randr_get_output_property,
+        .xcb_randr_get_output_property_reply = &::xcb_randr_get_output_property_reply,
+        .xcb_randr_get_output_property_data = &::xcb_randr_get_output_property_data,
+        .xcb_randr_get_output_property_data_length = &::xcb_randr_get_output_property_data_length,
+        .xcb_randr_get_monitors = &::xcb_randr_get_monitors,
+        .xcb_randr_get_monitors_reply = &::xcb_randr_get_monitors_reply,
+        .xcb_randr_get_monitors_monitors_iterator = &::xcb_randr_get_monitors_monitors_iterator,
+        .xcb_randr_monitor_info_next = &::xcb_randr_monitor_info_next,
+        .xcb_randr_monitor_info_outputs = &::xcb_randr_monitor_info_outputs,
+        .xcb_randr_monitor_info_outputs_length = &::xcb_randr_monitor_info_outputs_length,
+        .xcb_randr_delete_monitor_checked = &::xcb_randr_delete_monitor_checked,
+    };
+    return table;
+}
+
+}  // namespace screenweaver::platform::x11
