@@ -6,14 +6,10 @@
 #include <cmath>
 #include <limits>
 #include <string>
-#include <unordered_set>
 
-#include "CoreTypes/Log.hpp"
 #include "CoreTypes/TextRendering.hpp"
-#include "DisplayKit/ArrangementPlanner.hpp"
 #include "DisplayKit/DisplayProvider.hpp"
-#include "DisplayKit/DisplaySettleWaiter.hpp"
-#include "DisplayKit/LayoutValidator.hpp"
+#include "DisplayKit/PlanApplication.hpp"
 
 namespace screenweaver {
 
@@ -23,14 +19,6 @@ namespace {
 
 std::string cgErrorSuffix(CGError error) {
     return " failed (CGError " + std::to_string(static_cast<std::int32_t>(error)) + ")";
-}
-
-std::string describeMode(const DisplayModeInfo& mode) {
-    return "DisplayModeInfo(pixelWidth: " + std::to_string(mode.pixelWidth) +
-           ", pixelHeight: " + std::to_string(mode.pixelHeight) +
-           ", pointWidth: " + std::to_string(mode.pointWidth) +
-           ", pointHeight: " + std::to_string(mode.pointHeight) +
-           ", refreshRate: " + text::describe(mode.refreshRate) + ")";
 }
 
 // The window server takes origins as signed 32-bit integers, rounded half away from zero.
@@ -64,51 +52,22 @@ std::expected<void, DisplayError> DisplayProvider::apply(const LayoutPlan& plan,
     if (!topology) {
         return std::unexpected{topology.error()};
     }
-    const auto frames = ArrangementPlanner::plannedFrames(
+    const auto frames = PlanApplication::validatedFrames(
         plan, *topology, [this](std::uint32_t displayID) { return ref(platform_, displayID); });
     if (!frames) {
         return std::unexpected{frames.error()};
     }
-    if (auto verdict = LayoutValidator::validate(*frames); !verdict) {
-        Log::display().error("Rejected layout plan: " + verdict.error().description());
-        return verdict;
-    }
     if (auto committed = commit(platform_, plan); !committed) {
         return committed;
     }
-    Log::display().log("Committed arrangement: " + std::to_string(plan.placements.size()) + " placements, " +
-                       std::to_string(plan.modeChanges.size()) + " mode changes, " +
-                       std::to_string(plan.unmirror.size()) + " un-mirrored");
+    PlanApplication::logCommitted(plan);
     return {};
 }
 
 std::expected<DisplayTopology, DisplayError> DisplayProvider::settledTopology(const LayoutPlan& plan,
                                                                               const StopToken& stop) const {
-    const auto required = ArrangementPlanner::referencedDisplayIDs(plan);
-    DisplaySettleWaiter waiter{debouncer_.broadcaster().stream(),
-                               [this]() -> std::optional<DisplayTopology> {
-                                   // A snapshot taken during a burst may show a half-done change.
-                                   if (debouncer_.burstInFlight()) {
-                                       return std::nullopt;
-                                   }
-                                   auto topology = takeSnapshot(platform_);
-                                   return topology ? std::optional{std::move(*topology)} : std::nullopt;
-                               },
-                               settleTimeout_, clock_};
-    auto settled = waiter.firstSettledTopology(
-        [&required](const DisplayTopology& topology) {
-            std::unordered_set<std::uint32_t> online;
-            for (const auto& display : topology.displays) {
-                online.insert(display.displayID);
-            }
-            return std::ranges::all_of(required, [&online](std::uint32_t id) { return online.contains(id); });
-        },
-        stop);
-    if (settled) {
-        return std::move(*settled);
-    }
-    Log::display().error("Displays did not settle before the timeout; using a live snapshot");
-    return takeSnapshot(platform_);
+    return PlanApplication::settledTopology(
+        plan, debouncer_, settleTimeout_, clock_, [this] { return takeSnapshot(platform_); }, stop);
 }
 
 std::expected<void, DisplayError> DisplayProvider::commit(const PlatformAPI& platform,
@@ -170,8 +129,7 @@ std::expected<void, DisplayError> DisplayProvider::stageModeChanges(const Platfo
             raw->modes, [&](CGDisplayModeRef mode) { return sameMode(coreGraphics, mode, change.mode); });
         if (match == raw->modes.end()) {
             return std::unexpected{
-                DisplayError::configurationFailed("no mode matching " + describeMode(change.mode) +
-                                                  " on display " + std::to_string(change.displayID))};
+                DisplayError::configurationFailed(PlanApplication::noModeMatching(change))};
         }
         if (const CGError error =
                 coreGraphics.CGConfigureDisplayWithDisplayMode(config, change.displayID, *match, nullptr);

@@ -19,9 +19,59 @@ std::uint32_t millimetersAt96DPI(std::uint16_t pixels) {
     return static_cast<std::uint32_t>(std::lround(pixels * 25.4 / 96.0));
 }
 
+// Where the screen's size before the first growth is kept: on the root window, where every
+// process that grows or shrinks the screen finds it. Width, height and the two millimetres.
+constexpr std::string_view sizeBeforeGrowthProperty = "SCREENWEAVER_SCREEN_BEFORE";
+
 template <class Value>
 std::vector<Value> copied(const Value* values, int count) {
     return count > 0 ? std::vector<Value>(values, values + count) : std::vector<Value>{};
+}
+
+std::expected<std::optional<ScreenSize>, X11Error> sizeBeforeGrowth(const X11Connection& connection) {
+    const auto property = connection.atom(sizeBeforeGrowthProperty);
+    if (!property) {
+        return std::unexpected{property.error()};
+    }
+    const XCBRandRAPI& api = connection.api();
+    auto answer = connection.reply(
+        "GetProperty", api.xcb_get_property_reply,
+        api.xcb_get_property(connection.get(), 0, connection.root(), *property, XCB_ATOM_CARDINAL, 0, 4));
+    if (!answer) {
+        return std::unexpected{std::move(answer.error())};
+    }
+    if ((*answer)->format != 32 || api.xcb_get_property_value_length(answer->get()) != 4 * 4) {
+        return std::nullopt;
+    }
+    const auto* const values = static_cast<const std::uint32_t*>(api.xcb_get_property_value(answer->get()));
+    return ScreenSize{.width = static_cast<std::uint16_t>(values[0]),
+                      .height = static_cast<std::uint16_t>(values[1]),
+                      .widthInMillimeters = values[2],
+                      .heightInMillimeters = values[3]};
+}
+
+std::expected<void, X11Error> keepSizeBeforeGrowth(const X11Connection& connection, const ScreenSize& size) {
+    const auto property = connection.atom(sizeBeforeGrowthProperty);
+    if (!property) {
+        return std::unexpected{property.error()};
+    }
+    const std::array<std::uint32_t, 4> values{size.width, size.height, size.widthInMillimeters,
+                                              size.heightInMillimeters};
+    const XCBRandRAPI& api = connection.api();
+    return connection.check(
+        "ChangeProperty",
+        api.xcb_change_property_checked(connection.get(), XCB_PROP_MODE_REPLACE, connection.root(), *property,
+                                        XCB_ATOM_CARDINAL, 32, values.size(), values.data()));
+}
+
+std::expected<void, X11Error> forgetSizeBeforeGrowth(const X11Connection& connection) {
+    const auto property = connection.atom(sizeBeforeGrowthProperty);
+    if (!property) {
+        return std::unexpected{property.error()};
+    }
+    const XCBRandRAPI& api = connection.api();
+    return connection.check("DeleteProperty",
+                            api.xcb_delete_property_checked(connection.get(), connection.root(), *property));
 }
 
 }  // namespace
@@ -291,6 +341,23 @@ std::expected<void, X11Error> replaceMonitor(const X11Connection& connection, co
     return added;
 }
 
+std::expected<void, MonitorFailure> rewriteMonitors(const X11Connection& connection,
+                                                    const std::vector<Monitor>& current,
+                                                    const std::vector<Monitor>& wanted) {
+    const auto [left, right] = std::ranges::mismatch(current, wanted);
+    for (auto monitor = left; monitor != current.end(); ++monitor) {
+        if (auto deleted = deleteMonitor(connection, monitor->name); !deleted) {
+            return std::unexpected{MonitorFailure{monitor->name, std::move(deleted.error())}};
+        }
+    }
+    for (auto monitor = right; monitor != wanted.end(); ++monitor) {
+        if (auto added = setMonitor(connection, *monitor); !added) {
+            return std::unexpected{MonitorFailure{monitor->name, std::move(added.error())}};
+        }
+    }
+    return {};
+}
+
 std::expected<void, X11Error> deleteMonitor(const X11Connection& connection, xcb_atom_t name) {
     const XCBRandRAPI& api = connection.api();
     return connection.check("RRDeleteMonitor",
@@ -381,6 +448,15 @@ std::expected<std::optional<ScreenSize>, X11Error> growToReach(const X11Connecti
     if (right > largestSide || bottom > largestSide) {
         return std::unexpected{X11Error::requestFailed("RRSetScreenSize", XCB_VALUE)};
     }
+    auto before = sizeBeforeGrowth(connection);
+    if (!before) {
+        return std::unexpected{std::move(before.error())};
+    }
+    if (!*before) {
+        if (auto kept = keepSizeBeforeGrowth(connection, *current); !kept) {
+            return std::unexpected{std::move(kept.error())};
+        }
+    }
     const ScreenSize grown = resized(*current, std::max<std::uint32_t>(right, current->width),
                                      std::max<std::uint32_t>(bottom, current->height));
     if (auto set = setScreenSize(connection, grown); !set) {
@@ -389,9 +465,8 @@ std::expected<std::optional<ScreenSize>, X11Error> growToReach(const X11Connecti
     return *current;
 }
 
-std::expected<void, X11Error> shrinkToHold(const X11Connection& connection,
-                                           const std::vector<Monitor>& monitors,
-                                           const std::optional<ScreenSize>& formerSize) {
+std::expected<bool, X11Error> shrinkToHold(const X11Connection& connection,
+                                           const std::vector<Monitor>& monitors) {
     auto current = screenSize(connection);
     if (!current) {
         return std::unexpected{std::move(current.error())};
@@ -400,14 +475,37 @@ std::expected<void, X11Error> shrinkToHold(const X11Connection& connection,
     if (!range) {
         return std::unexpected{std::move(range.error())};
     }
+    auto before = sizeBeforeGrowth(connection);
+    if (!before) {
+        return std::unexpected{std::move(before.error())};
+    }
     const auto [right, bottom] = extentOf(monitors);
     const std::uint32_t width = std::clamp<std::uint32_t>(right, range->minimumWidth, current->width);
     const std::uint32_t height = std::clamp<std::uint32_t>(bottom, range->minimumHeight, current->height);
-    if (width == current->width && height == current->height) {
-        return {};
+    const std::optional<ScreenSize>& sizeBefore = *before;
+    const bool backToBefore =
+        sizeBefore.has_value() && sizeBefore->width == width && sizeBefore->height == height;
+    const bool shrinks = width != current->width || height != current->height;
+    if (shrinks) {
+        const ScreenSize target = backToBefore ? sizeBefore.value() : resized(*current, width, height);
+        if (auto set = setScreenSize(connection, target); !set) {
+            return std::unexpected{std::move(set.error())};
+        }
     }
-    const bool former = formerSize && formerSize->width == width && formerSize->height == height;
-    return setScreenSize(connection, former ? *formerSize : resized(*current, width, height));
+    if (backToBefore) {
+        if (auto forgotten = forgetSizeBeforeGrowth(connection); !forgotten) {
+            return std::unexpected{std::move(forgotten.error())};
+        }
+    }
+    return shrinks;
+}
+
+std::expected<void, X11Error> announceChange(const X11Connection& connection) {
+    auto current = screenSize(connection);
+    if (!current) {
+        return std::unexpected{std::move(current.error())};
+    }
+    return setScreenSize(connection, *current);
 }
 
 }  // namespace screenweaver::platform::x11::RandRScreen

@@ -151,6 +151,18 @@ struct ScreenSizeRange {
                                                            const Monitor& current,
                                                            const Monitor& replacement);
 [[nodiscard]] std::expected<void, X11Error> deleteMonitor(const X11Connection& connection, xcb_atom_t name);
+/// Which monitor a change failed on, and why.
+struct MonitorFailure {
+    xcb_atom_t monitor = XCB_ATOM_NONE;
+    X11Error error;
+};
+/// Turns the monitors clients added (`current`, in the server's order) into `wanted` while keeping
+/// their order: from the first that differs on, the old ones are deleted and the wanted ones added
+/// in order (the server lists monitors in the order they were added). Under a grab of the server
+/// no other client sees the moment between.
+[[nodiscard]] std::expected<void, MonitorFailure> rewriteMonitors(const X11Connection& connection,
+                                                                  const std::vector<Monitor>& current,
+                                                                  const std::vector<Monitor>& wanted);
 /// Shows `mode` on `outputs` from (x, y), or turns the CRTC off with mode 0 and no outputs.
 [[nodiscard]] std::expected<void, X11Error> setCrtc(const X11Connection& connection,
                                                     xcb_timestamp_t configTimestamp, const Crtc& crtc);
@@ -171,16 +183,22 @@ struct ScreenSizeRange {
 [[nodiscard]] ScreenSize resized(const ScreenSize& size, std::uint32_t width, std::uint32_t height);
 
 /// Grows the screen, where needed, to reach `right` and `bottom`. Gives the size it had before when
-/// it grew, nothing when it was large enough. A screen the server cannot make is its refusal.
+/// it grew, nothing when it was large enough. A screen the server cannot make is its refusal. The
+/// first growth also leaves the size the screen had before on the root window, for `shrinkToHold`
+/// (whichever process shrinks it) to give back exactly.
 [[nodiscard]] std::expected<std::optional<ScreenSize>, X11Error> growToReach(const X11Connection& connection,
                                                                              std::uint32_t right,
                                                                              std::uint32_t bottom);
 
 /// Shrinks the screen to hold exactly `monitors` (never below the server's smallest screen), and
-/// not at all where it already does. A screen of `formerSize`'s pixels gets `formerSize` back exactly,
-/// millimetres included, so a growth undone leaves the screen as it was.
-[[nodiscard]] std::expected<void, X11Error> shrinkToHold(const X11Connection& connection,
-                                                         const std::vector<Monitor>& monitors,
-                                                         const std::optional<ScreenSize>& formerSize);
+/// not at all where it already does; true when it shrank. A screen shrunk back to the pixels it had
+/// before the first growth gets that size back exactly, millimetres included; any other keeps its
+/// density.
+[[nodiscard]] std::expected<bool, X11Error> shrinkToHold(const X11Connection& connection,
+                                                         const std::vector<Monitor>& monitors);
 
+/// Tells every client that listens for RandR's events that the monitors changed. Xorg sends no
+/// event when a monitor is added or deleted, but it does when the screen is set, even to the size
+/// it has: a change of monitors that leaves the screen as it was is followed by this.
+[[nodiscard]] std::expected<void, X11Error> announceChange(const X11Connection& connection);
 }  // namespace screenweaver::platform::x11::RandRScreen

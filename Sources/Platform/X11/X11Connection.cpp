@@ -84,7 +84,13 @@ bool X11Connection::broken() const {
 }
 
 std::expected<void, X11Error> X11Connection::check(std::string_view request, xcb_void_cookie_t cookie) const {
-    XCBPointer<xcb_generic_error_t> error{api_.xcb_request_check(connection_, cookie)};
+    return check(request, cookie, api_.xcb_request_check);
+}
+
+std::expected<void, X11Error> X11Connection::check(
+    std::string_view request, xcb_void_cookie_t cookie,
+    xcb_generic_error_t* (*requestCheck)(xcb_connection_t*, xcb_void_cookie_t)) const {
+    XCBPointer<xcb_generic_error_t> error{requestCheck(connection_, cookie)};
     if (error || broken()) {
         return std::unexpected{failure(request, std::move(error))};
     }

@@ -71,6 +71,11 @@ public:
     /// Waits for the server to process a checked request that has no reply.
     [[nodiscard]] std::expected<void, X11Error> check(std::string_view request,
                                                       xcb_void_cookie_t cookie) const;
+    /// The same through another table's `xcb_request_check` (an extension's, or one standing in
+    /// for it).
+    [[nodiscard]] std::expected<void, X11Error> check(
+        std::string_view request, xcb_void_cookie_t cookie,
+        xcb_generic_error_t* (*requestCheck)(xcb_connection_t*, xcb_void_cookie_t)) const;
 
     /// The atom of `name`, made if the server has none yet. Atoms never change while the server
     /// runs, so they are remembered.

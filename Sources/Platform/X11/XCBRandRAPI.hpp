@@ -50,6 +50,8 @@ struct XCBRandRAPI {
     xcb_void_cookie_t (*xcb_change_property_checked)(xcb_connection_t* c, uint8_t mode, xcb_window_t window,
                                                      xcb_atom_t property, xcb_atom_t type, uint8_t format,
                                                      uint32_t data_len, const void* data);
+    xcb_void_cookie_t (*xcb_delete_property_checked)(xcb_connection_t* c, xcb_window_t window,
+                                                     xcb_atom_t property);
     xcb_get_property_cookie_t (*xcb_get_property)(xcb_connection_t* c, uint8_t delete_property,
                                                   xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
                                                   uint32_t long_offset, uint32_t long_length);
@@ -67,6 +69,11 @@ struct XCBRandRAPI {
                                                           xcb_generic_error_t** e);
     char* (*xcb_get_atom_name_name)(const xcb_get_atom_name_reply_t* R);
     int (*xcb_get_atom_name_name_length)(const xcb_get_atom_name_reply_t* R);
+    // The cheapest round trip: every event the server sent before its reply arrives before it.
+    xcb_get_input_focus_cookie_t (*xcb_get_input_focus)(xcb_connection_t* c);
+    xcb_get_input_focus_reply_t* (*xcb_get_input_focus_reply)(xcb_connection_t* c,
+                                                              xcb_get_input_focus_cookie_t cookie,
+                                                              xcb_generic_error_t** e);
     xcb_get_geometry_cookie_t (*xcb_get_geometry)(xcb_connection_t* c, xcb_drawable_t drawable);
     xcb_get_geometry_reply_t* (*xcb_get_geometry_reply)(xcb_connection_t* c, xcb_get_geometry_cookie_t cookie,
                                                         xcb_generic_error_t** e);

@@ -41,7 +41,7 @@ void removeOrphans(const X11Connection& connection, const std::vector<RandRScree
     for (const RandRScreen::Monitor& monitor : monitors) {
         const auto parts = VirtualMonitorName::parse(monitor.nameText);
         if (parts && !ownerIsAlive(connection, *parts)) {
-            removeVirtualMonitor(connection, monitor.name, std::nullopt, std::nullopt);
+            removeVirtualMonitor(connection, monitor.name, std::nullopt);
         }
     }
 }
@@ -85,6 +85,9 @@ bool placeMonitor(const X11Connection& connection, const RandRScreen::Monitor& c
     if (!RandRScreen::replaceMonitor(connection, current, placed)) {
         undoGrowth(connection, *formerSize);
         return false;
+    }
+    if (!*formerSize) {
+        (void)RandRScreen::announceChange(connection);
     }
     return true;
 }

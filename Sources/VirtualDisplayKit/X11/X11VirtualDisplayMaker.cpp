@@ -121,13 +121,17 @@ X11VirtualDisplayMaker::makeIdentifiedDisplay(const VirtualDisplayRecipe& recipe
         if (auto added = RandRScreen::setMonitor(connection, monitor); !added) {
             return failed(added.error());
         }
-        auto formerSize =
+        const auto grown =
             RandRScreen::growToReach(connection, x + recipe.maxPixelsWide, recipe.maxPixelsHigh);
-        if (!formerSize) {
+        if (!grown) {
             (void)RandRScreen::deleteMonitor(connection, *atom);
-            return failed(formerSize.error());
+            return failed(grown.error());
         }
-        return std::make_unique<X11VirtualMonitor>(connection_, *atom, parts, *formerSize);
+        if (!*grown) {
+            // The screen held it already: nothing told the other clients of the new monitor yet.
+            (void)RandRScreen::announceChange(connection);
+        }
+        return std::make_unique<X11VirtualMonitor>(connection_, *atom, parts);
     }();
     if (!made) {
         (void)connection.check("DestroyWindow", api.xcb_destroy_window_checked(connection.get(), owner));

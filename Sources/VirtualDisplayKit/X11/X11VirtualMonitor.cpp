@@ -11,18 +11,16 @@ namespace screenweaver {
 namespace RandRScreen = platform::x11::RandRScreen;
 
 X11VirtualMonitor::X11VirtualMonitor(std::shared_ptr<const platform::x11::X11Connection> connection,
-                                     xcb_atom_t name, platform::x11::VirtualMonitorName parts,
-                                     std::optional<RandRScreen::ScreenSize> formerSize)
-    : connection_(std::move(connection)), name_(name), parts_(parts), formerSize_(formerSize) {}
+                                     xcb_atom_t name, platform::x11::VirtualMonitorName parts)
+    : connection_(std::move(connection)), name_(name), parts_(parts) {}
 
 X11VirtualMonitor::~X11VirtualMonitor() {
     const auto held = connection_->exclusive();
-    removeVirtualMonitor(*connection_, name_, parts_.owner, formerSize_);
+    removeVirtualMonitor(*connection_, name_, parts_.owner);
 }
 
 void removeVirtualMonitor(const platform::x11::X11Connection& connection, xcb_atom_t name,
-                          std::optional<xcb_window_t> ownWindow,
-                          const std::optional<RandRScreen::ScreenSize>& formerSize) {
+                          std::optional<xcb_window_t> ownWindow) {
     // Each step goes on whatever the one before it answered: what can be taken away is.
     const auto grab = platform::x11::ServerGrab::grab(connection);
     std::vector<platform::x11::X11Error> problems;
@@ -38,8 +36,13 @@ void removeVirtualMonitor(const platform::x11::X11Connection& connection, xcb_at
         }
     }
     if (auto remaining = RandRScreen::monitors(connection); remaining) {
-        if (auto shrunk = RandRScreen::shrinkToHold(connection, *remaining, formerSize); !shrunk) {
+        auto shrunk = RandRScreen::shrinkToHold(connection, *remaining);
+        if (!shrunk) {
             problems.push_back(std::move(shrunk.error()));
+        } else if (!*shrunk) {
+            if (auto announced = RandRScreen::announceChange(connection); !announced) {
+                problems.push_back(std::move(announced.error()));
+            }
         }
     } else {
         problems.push_back(std::move(remaining.error()));

@@ -14,11 +14,9 @@ namespace screenweaver {
 /// remaining monitors need. Its display ID is the monitor's name atom.
 class X11VirtualMonitor final : public RetainedDisplay {
 public:
-    /// Takes over a monitor just made on `connection` (which it shares with its maker). `formerSize`
-    /// is the screen's size before it grew to hold the monitor, if it grew.
+    /// Takes over a monitor just made on `connection` (which it shares with its maker).
     X11VirtualMonitor(std::shared_ptr<const platform::x11::X11Connection> connection, xcb_atom_t name,
-                      platform::x11::VirtualMonitorName parts,
-                      std::optional<platform::x11::RandRScreen::ScreenSize> formerSize);
+                      platform::x11::VirtualMonitorName parts);
     ~X11VirtualMonitor() override;
 
     [[nodiscard]] std::uint32_t displayID() const override { return name_; }
@@ -27,7 +25,6 @@ private:
     std::shared_ptr<const platform::x11::X11Connection> connection_;
     xcb_atom_t name_;
     platform::x11::VirtualMonitorName parts_;
-    std::optional<platform::x11::RandRScreen::ScreenSize> formerSize_;
 };
 
 /// Removes one of this system's monitors, with its owner window when that is this process's
@@ -35,7 +32,6 @@ private:
 /// and shrinks the screen to what the other monitors need, under a grab of the server. The caller
 /// holds the connection. Shared by a monitor's release and the sweep of orphans.
 void removeVirtualMonitor(const platform::x11::X11Connection& connection, xcb_atom_t name,
-                          std::optional<xcb_window_t> ownWindow,
-                          const std::optional<platform::x11::RandRScreen::ScreenSize>& formerSize);
+                          std::optional<xcb_window_t> ownWindow);
 
 }  // namespace screenweaver
