@@ -1,5 +1,6 @@
 # Every dependency comes from the system's package manager (Debian or Homebrew); nothing is
 # downloaded at build time. The README's dependency table says why each one is here.
+# The installed package finds the same ones again: cmake/ScreenweaverConfig.cmake.in lists them.
 
 find_package(fmt REQUIRED)
 if(SCREENWEAVER_USES_LIBCXX)
@@ -10,18 +11,15 @@ endif()
 
 find_package(simdjson REQUIRED)
 
-if(APPLE)
-  # libuuid's C API is part of libSystem on macOS.
-  add_library(screenweaver_uuid INTERFACE)
-else()
-  find_path(UUID_INCLUDE_DIR uuid/uuid.h REQUIRED)
-  find_library(UUID_LIBRARY uuid REQUIRED)
-  add_library(screenweaver_uuid INTERFACE)
-  target_include_directories(screenweaver_uuid SYSTEM INTERFACE ${UUID_INCLUDE_DIR})
-  target_link_libraries(screenweaver_uuid INTERFACE ${UUID_LIBRARY})
-
+# The C libraries that only Linux needs (libuuid's C API is part of libSystem on macOS), each found
+# by pkg-config as PkgConfig::<module>. The installed package finds the same list again.
+set(SCREENWEAVER_PKG_CONFIG_MODULES)
+if(NOT APPLE)
+  set(SCREENWEAVER_PKG_CONFIG_MODULES uuid libsystemd)
   find_package(PkgConfig REQUIRED)
-  pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)
+  foreach(module IN LISTS SCREENWEAVER_PKG_CONFIG_MODULES)
+    pkg_check_modules(${module} REQUIRED IMPORTED_TARGET ${module})
+  endforeach()
 endif()
 
 find_package(Threads REQUIRED)

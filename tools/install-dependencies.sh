@@ -25,6 +25,7 @@ packages=(
     libsimdjson-dev libfmt-dev uuid-dev libsystemd-dev       # libraries of the system
     libgtest-dev libgmock-dev googletest libbenchmark-dev    # tests and benchmarks
     libxml2-utils                                            # xmllint, checks the launchd property list
+    binutils dpkg-dev                                        # readelf, nm; dpkg-shlibdeps for the Debian package
 )
 missing=()
 for package in "${packages[@]}"; do
