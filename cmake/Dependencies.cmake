@@ -1,5 +1,6 @@
 # Every dependency comes from the system's package manager (Debian or Homebrew); nothing is
 # downloaded at build time. The README's dependency table says why each one is here.
+# The installed package finds the same ones again: cmake/ScreenweaverConfig.cmake.in lists them.
 
 find_package(fmt REQUIRED)
 if(SCREENWEAVER_USES_LIBCXX)
@@ -10,22 +11,19 @@ endif()
 
 find_package(simdjson REQUIRED)
 
-if(APPLE)
-  # libuuid's C API is part of libSystem on macOS.
-  add_library(screenweaver_uuid INTERFACE)
-else()
-  find_path(UUID_INCLUDE_DIR uuid/uuid.h REQUIRED)
-  find_library(UUID_LIBRARY uuid REQUIRED)
-  add_library(screenweaver_uuid INTERFACE)
-  target_include_directories(screenweaver_uuid SYSTEM INTERFACE ${UUID_INCLUDE_DIR})
-  target_link_libraries(screenweaver_uuid INTERFACE ${UUID_LIBRARY})
-
+# The C libraries that only Linux needs (libuuid's C API is part of libSystem on macOS), each found
+# by pkg-config as PkgConfig::<module>. The installed package finds the same list again.
+# The X backend's modules are also public: the X platform's headers include XCB's. DPMS serves only
+# for putting displays to sleep.
+set(SCREENWEAVER_PKG_CONFIG_MODULES)
+set(SCREENWEAVER_PUBLIC_PKG_CONFIG_MODULES)
+if(NOT APPLE)
+  set(SCREENWEAVER_PUBLIC_PKG_CONFIG_MODULES xcb xcb-randr xcb-dpms)
+  set(SCREENWEAVER_PKG_CONFIG_MODULES uuid libsystemd ${SCREENWEAVER_PUBLIC_PKG_CONFIG_MODULES})
   find_package(PkgConfig REQUIRED)
-  pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)
-  # The X backend's way to the display server; DPMS only for putting displays to sleep.
-  pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
-  pkg_check_modules(XCB_RANDR REQUIRED IMPORTED_TARGET xcb-randr>=1.13)
-  pkg_check_modules(XCB_DPMS REQUIRED IMPORTED_TARGET xcb-dpms)
+  foreach(module IN LISTS SCREENWEAVER_PKG_CONFIG_MODULES)
+    pkg_check_modules(${module} REQUIRED IMPORTED_TARGET ${module})
+  endforeach()
 endif()
 
 find_package(Threads REQUIRED)

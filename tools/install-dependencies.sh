@@ -28,6 +28,7 @@ packages=(
     libxcb1-dev libxcb-randr0-dev libxcb-dpms0-dev           # the X backend: XCB with RandR and DPMS
     xserver-xorg-core xserver-xorg-video-dummy               # a headless X server for its tests and the check
     libxcb-res0-dev                                          # tests: the X server's count of its clients
+    binutils dpkg-dev                                        # readelf, nm; dpkg-shlibdeps for the Debian package
 )
 missing=()
 for package in "${packages[@]}"; do
