@@ -47,6 +47,16 @@ xcb_randr_get_monitors_cookie_t lostBeforeMonitors(xcb_connection_t* c, xcb_wind
     return real.xcb_randr_get_monitors(c, window, active);
 }
 
+// Only the first monitor sent goes out without a name; what follows is sent as it is.
+int sent = 0;
+unsigned int firstMonitorNameless(xcb_connection_t* c, int flags, iovec* vector,
+                                  const xcb_protocol_request_t* request) {
+    if (++sent == 1) {
+        static_cast<xcb_randr_monitor_info_t*>(vector[1].iov_base)->name = XCB_ATOM_NONE;
+    }
+    return real.xcb_send_request(c, flags, vector, request);
+}
+
 // Every screen size the server is asked for is out of its range: BadValue.
 xcb_void_cookie_t screenTooSmall(xcb_connection_t* c, xcb_window_t window, uint16_t, uint16_t,
                                  uint32_t mmWidth, uint32_t mmHeight) {
@@ -121,6 +131,21 @@ TEST_F(X11Failures, AProbeWhoseConnectionIsLostListsNothingAndCorrectsNothing) {
     EXPECT_TRUE(made.probe->activeDisplays().empty());
     EXPECT_FALSE(made.probe->breakMirroring(before.monitors.at(0).name));
     EXPECT_FALSE(made.probe->selectMode(before.monitors.at(0).name, 1920, 1080));
+}
+
+TEST_F(X11Failures, AResizeTheServerRefusesPutsTheMonitorAndTheScreenBack) {
+    VirtualDisplayManager manager{backend(), clock};
+    const auto handle = manager.create(spec(2560, 1440), {});
+    ASSERT_TRUE(handle);
+    const testing::XServerState withDisplay = testing::readXServerState();
+    XCBRandRAPI api = spoiled::real;
+    api.xcb_send_request = &spoiled::firstMonitorNameless;
+    spoiled::sent = 0;
+    const VirtualDisplayBackend refusing = backend(&api);
+    // Wider than the screen: it grows, the resized monitor is refused, the old one comes back.
+    EXPECT_FALSE(refusing.probe->selectMode(handle->displayID, 3000, 1440));
+    EXPECT_EQ(testing::readXServerState(), withDisplay);
+    manager.release(*handle, {});
 }
 
 using X11Orphans = OnTheXServer;
