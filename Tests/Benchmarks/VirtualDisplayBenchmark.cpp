@@ -5,7 +5,7 @@
 #include <benchmark/benchmark.h>
 #include <memory>
 
-#include "CoreTypes/Log.hpp"
+#include "DiscardedLog.hpp"
 #include "SelfAdvancingClock.hpp"
 #include "VirtualDisplayKit/CoreGraphicsDisplayProbe.hpp"
 #include "VirtualDisplayKit/PrivateAPI/NativeDisplayBuilder.hpp"
@@ -17,12 +17,6 @@
 namespace screenweaver {
 namespace {
 
-/// Log entries are composed as usual but go nowhere, so the journal's cost is not measured.
-class DiscardingLogSink final : public LogSink {
-public:
-    void write(std::string_view, std::string_view, LogLevel, std::string_view) override {}
-};
-
 VirtualDisplaySpec wideSpec() {
     return VirtualDisplaySpec{.id = *UUID::parse("5E1F7E57-0000-4000-8000-000000000001"),
                               .name = "Service self-test",
@@ -32,12 +26,11 @@ VirtualDisplaySpec wideSpec() {
 }
 
 struct Machine {
-    Machine() : previousSink(exchangeLogSink(std::make_shared<DiscardingLogSink>())) {
+    Machine() {
         auto builtIn = simulation::makeDisplay(1, 2560, 1440);
         builtIn.main = true;
         simulator.addDisplay(builtIn);
     }
-    ~Machine() { exchangeLogSink(previousSink); }
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;
 
@@ -50,7 +43,7 @@ struct Machine {
         }
     }
 
-    std::shared_ptr<LogSink> previousSink;
+    const benchmarks::DiscardedLog quiet;
     simulation::SelfAdvancingClock clock;
     simulation::WindowServerSimulator simulator{clock};
     platform::PlatformAPI platform = simulator.platform();

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "CoreTypes/Log.hpp"
+#include "DiscardedLog.hpp"
 #include "DisplayKit/X11/X11DisplayProvider.hpp"
 #include "HeadlessXServer/HeadlessXServer.hpp"
 #include "SelfAdvancingClock.hpp"
@@ -17,12 +17,6 @@
 
 namespace screenweaver {
 namespace {
-
-/// Log entries are composed as usual but go nowhere, so the journal's cost is not measured.
-class DiscardingLogSink final : public LogSink {
-public:
-    void write(std::string_view, std::string_view, LogLevel, std::string_view) override {}
-};
 
 VirtualDisplaySpec wideSpec() {
     return VirtualDisplaySpec{.id = *UUID::parse("5E1F7E57-0000-4000-8000-000000000001"),
@@ -38,7 +32,7 @@ VirtualDisplaySpec wideSpec() {
 }
 
 void createAndReleaseOnTheXServer(benchmark::State& state) {
-    const auto previous = exchangeLogSink(std::make_shared<DiscardingLogSink>());
+    const benchmarks::DiscardedLog quiet;
     const simulation::SelfAdvancingClock clock;
     VirtualDisplayManager manager{VirtualDisplayBackend::system(platform::PlatformAPI::system()), clock};
     const VirtualDisplaySpec spec = wideSpec();
@@ -50,28 +44,44 @@ void createAndReleaseOnTheXServer(benchmark::State& state) {
         }
         manager.release(*handle, {});
     }
-    exchangeLogSink(previous);
 }
 BENCHMARK(createAndReleaseOnTheXServer)->UseRealTime()->Unit(benchmark::kMicrosecond);
 
-// A snapshot of the dummy output and one virtual display: the monitors, the CRTCs, outputs and
-// modes, and each output's EDID.
-void snapshotOfTheXServer(benchmark::State& state) {
-    const auto previous = exchangeLogSink(std::make_shared<DiscardingLogSink>());
+// The dummy output and one virtual display, and a provider of the server's arrangement.
+struct Arrangement {
+    explicit Arrangement(benchmark::State& benchmarkState) : state(benchmarkState) {
+        if (!ready()) {
+            state.SkipWithError("no display or no provider");
+        }
+    }
+    ~Arrangement() {
+        if (display) {
+            manager.release(*display, {});
+        }
+    }
+    Arrangement(const Arrangement&) = delete;
+    Arrangement& operator=(const Arrangement&) = delete;
+
+    [[nodiscard]] bool ready() const { return display && provider; }
+
+    benchmark::State& state;
+    const benchmarks::DiscardedLog quiet;
     const simulation::SelfAdvancingClock clock;
     VirtualDisplayManager manager{VirtualDisplayBackend::system(platform::PlatformAPI::system()), clock};
-    const auto display = manager.create(wideSpec(), {});
-    auto provider = X11DisplayProvider::open(std::chrono::milliseconds{1}, std::chrono::seconds{5});
-    if (!display || !provider) {
-        state.SkipWithError("no display or no provider");
-        exchangeLogSink(previous);
+    std::expected<VirtualDisplayHandle, VirtualDisplayError> display = manager.create(wideSpec(), {});
+    std::expected<std::unique_ptr<X11DisplayProvider>, platform::x11::X11Error> provider =
+        X11DisplayProvider::open(std::chrono::milliseconds{1}, std::chrono::seconds{5});
+};
+
+// A snapshot: the monitors, the CRTCs, outputs and modes, and each output's EDID.
+void snapshotOfTheXServer(benchmark::State& state) {
+    Arrangement arrangement{state};
+    if (!arrangement.ready()) {
         return;
     }
     for (auto _ : state) {
-        benchmark::DoNotOptimize((*provider)->snapshot());
+        benchmark::DoNotOptimize((*arrangement.provider)->snapshot());
     }
-    manager.release(*display, {});
-    exchangeLogSink(previous);
 }
 BENCHMARK(snapshotOfTheXServer)->UseRealTime()->Unit(benchmark::kMicrosecond);
 
@@ -79,25 +89,20 @@ BENCHMARK(snapshotOfTheXServer)->UseRealTime()->Unit(benchmark::kMicrosecond);
 // planning, validation and the commit under a grab of the server. The burst of events each commit
 // causes is let end outside the timing, so the next apply starts on a settled server.
 void applyOnTheXServer(benchmark::State& state) {
-    const auto previous = exchangeLogSink(std::make_shared<DiscardingLogSink>());
-    const simulation::SelfAdvancingClock clock;
-    VirtualDisplayManager manager{VirtualDisplayBackend::system(platform::PlatformAPI::system()), clock};
-    const auto display = manager.create(wideSpec(), {});
-    auto provider = X11DisplayProvider::open(std::chrono::milliseconds{1}, std::chrono::seconds{5});
-    if (!display || !provider) {
-        state.SkipWithError("no display or no provider");
-        exchangeLogSink(previous);
+    Arrangement arrangement{state};
+    if (!arrangement.ready()) {
         return;
     }
-    auto published = (*provider)->changes();
-    const auto right = (*provider)->snapshot()->displays.front().bounds.size.width;
+    X11DisplayProvider& provider = **arrangement.provider;
+    auto published = provider.changes();
+    const double right = provider.snapshot()->displays.front().bounds.size.width;
     bool down = false;
     for (auto _ : state) {
         down = !down;
-        const LayoutPlan plan{.placements = {{display->displayID, {right, down ? 100.0 : 0.0}}},
+        const LayoutPlan plan{.placements = {{arrangement.display->displayID, {right, down ? 100.0 : 0.0}}},
                               .modeChanges = {},
                               .unmirror = {}};
-        if (const auto applied = (*provider)->apply(plan, {}); !applied) {
+        if (const auto applied = provider.apply(plan, {}); !applied) {
             state.SkipWithError(applied.error().description().c_str());
             break;
         }
@@ -105,8 +110,6 @@ void applyOnTheXServer(benchmark::State& state) {
         (void)published.next();
         state.ResumeTiming();
     }
-    manager.release(*display, {});
-    exchangeLogSink(previous);
 }
 BENCHMARK(applyOnTheXServer)->UseRealTime()->Unit(benchmark::kMicrosecond);
 

@@ -21,9 +21,6 @@ using platform::x11::X11Error;
 
 namespace {
 
-// Screen coordinates are signed 16-bit and start at the screen's corner.
-constexpr double farthestEdge = 0x7FFF;
-
 // What went wrong, in the parentheses of a reason, like "(CGError 1001)" on a Mac.
 std::string failedBecause(std::string_view what, const X11Error& error) {
     const std::string detail = std::visit(
@@ -178,7 +175,7 @@ std::expected<std::unordered_map<std::uint32_t, Placement>, DisplayError> placem
         const double y = std::round(frame.origin.y) - top;
         const double right = x + std::abs(frame.size.width);
         const double bottom = y + std::abs(frame.size.height);
-        if (!(right <= farthestEdge && bottom <= farthestEdge)) {
+        if (!(right <= RandRScreen::farthestEdge && bottom <= RandRScreen::farthestEdge)) {
             return std::unexpected{configurationFailed(
                 fmt::format("origin ({}, {}) of display {} is not expressible in display coordinates",
                             text::describe(frame.origin.x), text::describe(frame.origin.y), id))};

@@ -20,6 +20,10 @@
 /// Every function expects its caller to hold the connection (`X11Connection::exclusive()`).
 namespace screenweaver::platform::x11::RandRScreen {
 
+/// Positions on the screen are signed 16-bit: no monitor reaches beyond this edge, and no screen
+/// that holds monitors is wider or higher.
+inline constexpr std::uint32_t farthestEdge = 0x7FFF;
+
 /// One monitor: what a desktop places windows on. The server makes one for each active output
 /// (`automatic`); clients may add monitors of their own, with or without outputs.
 struct Monitor {

@@ -61,9 +61,21 @@ std::pair<std::uint32_t, std::uint32_t> identityOf(const X11Connection& connecti
     return {0, 0};
 }
 
-const RandRScreen::Monitor* find(const std::vector<RandRScreen::Monitor>& monitors, std::uint32_t displayID) {
-    const auto found = std::ranges::find(monitors, displayID, &RandRScreen::Monitor::name);
-    return found == monitors.end() ? nullptr : &*found;
+// Holds the connection and the server while `correction` changes the monitor `displayID`, given the
+// monitors as they are; false when the monitor is not there or the server cannot be read.
+template <class Correction>
+bool correctMonitor(const X11Connection& connection, std::uint32_t displayID, const Correction& correction) {
+    const auto held = connection.exclusive();
+    const auto grab = platform::x11::ServerGrab::grab(connection);
+    if (!grab) {
+        return false;
+    }
+    const auto monitors = RandRScreen::monitors(connection);
+    if (!monitors) {
+        return false;
+    }
+    const auto found = std::ranges::find(*monitors, displayID, &RandRScreen::Monitor::name);
+    return found != monitors->end() && correction(*monitors, *found);
 }
 
 // Puts the screen back to the size it had before it grew, if it grew.
@@ -168,72 +180,53 @@ std::vector<LiveDisplaySnapshot> X11DisplayProbe::activeDisplays() {
 }
 
 bool X11DisplayProbe::breakMirroring(std::uint32_t displayID) {
-    const X11Connection& connection = *connection_;
-    const auto held = connection.exclusive();
-    const auto grab = platform::x11::ServerGrab::grab(connection);
-    if (!grab) {
-        return false;
-    }
-    auto monitors = RandRScreen::monitors(connection);
-    if (!monitors) {
-        return false;
-    }
-    const RandRScreen::Monitor* const monitor = find(*monitors, displayID);
-    if (monitor == nullptr) {
-        return false;
-    }
-    const auto sources = RandRScreen::mirrorSources(*monitors);
-    if (!sources[static_cast<std::size_t>(monitor - monitors->data())]) {
-        return true;
-    }
-    std::vector<RandRScreen::Monitor> others;
-    std::ranges::copy_if(*monitors, std::back_inserter(others),
-                         [&](const RandRScreen::Monitor& other) { return other.name != displayID; });
-    const std::uint32_t right = RandRScreen::extentOf(others).first;
-    if (right + monitor->width > 0x7FFF) {
-        return false;
-    }
-    const auto x = static_cast<std::int16_t>(right);
-    if (!monitor->outputs.empty()) {
-        return placeOutput(connection, *monitor, x, 0, std::nullopt);
-    }
-    RandRScreen::Monitor moved = *monitor;
-    moved.x = x;
-    moved.y = 0;
-    return placeMonitor(connection, *monitor, moved);
+    return correctMonitor(
+        *connection_, displayID,
+        [&](const std::vector<RandRScreen::Monitor>& monitors, const RandRScreen::Monitor& monitor) {
+            const auto sources = RandRScreen::mirrorSources(monitors);
+            if (!sources[static_cast<std::size_t>(&monitor - monitors.data())]) {
+                return true;
+            }
+            std::vector<RandRScreen::Monitor> others;
+            std::ranges::copy_if(monitors, std::back_inserter(others),
+                                 [&](const RandRScreen::Monitor& other) { return other.name != displayID; });
+            const std::uint32_t right = RandRScreen::extentOf(others).first;
+            if (right + monitor.width > RandRScreen::farthestEdge) {
+                return false;
+            }
+            const auto x = static_cast<std::int16_t>(right);
+            if (!monitor.outputs.empty()) {
+                return placeOutput(*connection_, monitor, x, 0, std::nullopt);
+            }
+            RandRScreen::Monitor moved = monitor;
+            moved.x = x;
+            moved.y = 0;
+            return placeMonitor(*connection_, monitor, moved);
+        });
 }
 
 bool X11DisplayProbe::selectMode(std::uint32_t displayID, std::int64_t pixelWidth, std::int64_t pixelHeight) {
-    if (pixelWidth <= 0 || pixelHeight <= 0 || pixelWidth > 0x7FFF || pixelHeight > 0x7FFF) {
-        return false;
-    }
-    const X11Connection& connection = *connection_;
-    const auto held = connection.exclusive();
-    const auto grab = platform::x11::ServerGrab::grab(connection);
-    if (!grab) {
-        return false;
-    }
-    auto monitors = RandRScreen::monitors(connection);
-    if (!monitors) {
-        return false;
-    }
-    const RandRScreen::Monitor* const monitor = find(*monitors, displayID);
-    if (monitor == nullptr) {
+    if (pixelWidth <= 0 || pixelHeight <= 0 || pixelWidth > RandRScreen::farthestEdge ||
+        pixelHeight > RandRScreen::farthestEdge) {
         return false;
     }
     const auto width = static_cast<std::uint16_t>(pixelWidth);
     const auto height = static_cast<std::uint16_t>(pixelHeight);
-    if (!monitor->outputs.empty()) {
-        return placeOutput(connection, *monitor, monitor->x, monitor->y, std::pair{width, height});
-    }
-    RandRScreen::Monitor resized = *monitor;
-    resized.widthInMillimeters =
-        RandRScreen::scaledMillimeters(monitor->widthInMillimeters, width, monitor->width);
-    resized.heightInMillimeters =
-        RandRScreen::scaledMillimeters(monitor->heightInMillimeters, height, monitor->height);
-    resized.width = width;
-    resized.height = height;
-    return placeMonitor(connection, *monitor, resized);
+    return correctMonitor(
+        *connection_, displayID,
+        [&](const std::vector<RandRScreen::Monitor>&, const RandRScreen::Monitor& monitor) {
+            if (!monitor.outputs.empty()) {
+                return placeOutput(*connection_, monitor, monitor.x, monitor.y, std::pair{width, height});
+            }
+            RandRScreen::Monitor resized = monitor;
+            resized.widthInMillimeters =
+                RandRScreen::scaledMillimeters(monitor.widthInMillimeters, width, monitor.width);
+            resized.heightInMillimeters =
+                RandRScreen::scaledMillimeters(monitor.heightInMillimeters, height, monitor.height);
+            resized.width = width;
+            resized.height = height;
+            return placeMonitor(*connection_, monitor, resized);
+        });
 }
 
 }  // namespace screenweaver

@@ -15,9 +15,6 @@ namespace RandRScreen = platform::x11::RandRScreen;
 using platform::x11::X11Connection;
 using platform::x11::X11Error;
 
-// Positions on the screen are signed 16-bit: no monitor reaches beyond this edge.
-constexpr std::uint32_t farthestEdge = 0x7FFF;
-
 VirtualDisplayError refusal(const VirtualDisplayRecipe& recipe, std::string_view why) {
     return VirtualDisplayError::creationFailed(fmt::format("the X server refused a display of {}x{}: {}",
                                                            recipe.maxPixelsWide, recipe.maxPixelsHigh, why));
@@ -59,9 +56,10 @@ std::expected<std::unique_ptr<RetainedDisplay>, VirtualDisplayError> X11VirtualD
 
 std::expected<std::unique_ptr<RetainedDisplay>, VirtualDisplayError>
 X11VirtualDisplayMaker::makeIdentifiedDisplay(const VirtualDisplayRecipe& recipe, const UUID& specID) const {
-    if (recipe.maxPixelsWide > farthestEdge || recipe.maxPixelsHigh > farthestEdge) {
+    if (recipe.maxPixelsWide > RandRScreen::farthestEdge ||
+        recipe.maxPixelsHigh > RandRScreen::farthestEdge) {
         return std::unexpected{
-            refusal(recipe, fmt::format("no monitor is larger than {0}x{0}", farthestEdge))};
+            refusal(recipe, fmt::format("no monitor is larger than {0}x{0}", RandRScreen::farthestEdge))};
     }
     const X11Connection& connection = *connection_;
     const auto held = connection.exclusive();
@@ -98,7 +96,7 @@ X11VirtualDisplayMaker::makeIdentifiedDisplay(const VirtualDisplayRecipe& recipe
             return failed(monitors.error());
         }
         const std::uint32_t x = RandRScreen::extentOf(*monitors).first;
-        if (x + recipe.maxPixelsWide > farthestEdge) {
+        if (x + recipe.maxPixelsWide > RandRScreen::farthestEdge) {
             return std::unexpected{refusal(
                 recipe, fmt::format("there is no room right of the monitors, which reach {} pixels", x))};
         }
