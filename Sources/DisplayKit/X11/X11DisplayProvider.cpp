@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <fmt/format.h>
 #include <sys/eventfd.h>
+#include <system_error>
 
 #include "CoreTypes/Log.hpp"
 #include "DisplayKit/ModeList.hpp"
@@ -38,18 +40,26 @@ std::expected<std::unique_ptr<X11DisplayProvider>, X11Error> X11DisplayProvider:
     if (!events) {
         return std::unexpected{std::move(events.error())};
     }
+    const int wakeUp = ::eventfd(0, EFD_CLOEXEC);
+    if (wakeUp < 0) {
+        return std::unexpected{
+            X11Error::connectionFailed("the event thread's wake-up descriptor could not be made: " +
+                                       std::generic_category().message(errno))};
+    }
     if (auto selected = (*events)->check(
             "RRSelectInput",
             x11.xcb_randr_select_input_checked((*events)->get(), (*events)->root(), randrEvents));
         !selected) {
+        ::close(wakeUp);
         return std::unexpected{std::move(selected.error())};
     }
-    return std::unique_ptr<X11DisplayProvider>{new X11DisplayProvider{
-        std::move(*connection), std::move(*events), dpms, changeDebounceInterval, settleTimeout, clock}};
+    return std::unique_ptr<X11DisplayProvider>{
+        new X11DisplayProvider{std::move(*connection), std::move(*events), wakeUp, dpms,
+                               changeDebounceInterval, settleTimeout, clock}};
 }
 
 X11DisplayProvider::X11DisplayProvider(std::shared_ptr<const X11Connection> connection,
-                                       std::unique_ptr<const X11Connection> events,
+                                       std::unique_ptr<const X11Connection> events, int wakeUp,
                                        const platform::x11::XCBDPMSAPI* dpms,
                                        Clock::Duration changeDebounceInterval, Clock::Duration settleTimeout,
                                        const Clock& clock)
@@ -66,7 +76,7 @@ X11DisplayProvider::X11DisplayProvider(std::shared_ptr<const X11Connection> conn
           },
           clock),
       settleTimeout_(settleTimeout),
-      wakeUp_(::eventfd(0, EFD_CLOEXEC)),
+      wakeUp_(wakeUp),
       eventThread_([this] { readEvents(); }) {}
 
 X11DisplayProvider::~X11DisplayProvider() {

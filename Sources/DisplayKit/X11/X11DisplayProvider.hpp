@@ -85,7 +85,7 @@ private:
     friend struct X11DisplayProviderTestApi;
 
     X11DisplayProvider(std::shared_ptr<const platform::x11::X11Connection> connection,
-                       std::unique_ptr<const platform::x11::X11Connection> events,
+                       std::unique_ptr<const platform::x11::X11Connection> events, int wakeUp,
                        const platform::x11::XCBDPMSAPI* dpms, Clock::Duration changeDebounceInterval,
                        Clock::Duration settleTimeout, const Clock& clock);
 
@@ -104,8 +104,8 @@ private:
     ChangeDebouncer debouncer_;
     Clock::Duration settleTimeout_;
 
-    // Wakes the event thread (an eventfd); what for is in the fields below.
-    int wakeUp_ = -1;
+    // Wakes the event thread (an eventfd the provider owns); what for is in the fields below.
+    int wakeUp_;
     std::mutex eventsMutex_;
     std::condition_variable synchronized_;
     bool stopping_ = false;
