@@ -11,6 +11,9 @@ endif()
 
 find_package(simdjson REQUIRED)
 
+# The model's sorted collections (Boost.Container's flat maps and sets) are header-only.
+find_package(Boost 1.81 REQUIRED)
+
 # The C libraries that only Linux needs (libuuid's C API is part of libSystem on macOS), each found
 # by pkg-config as PkgConfig::<module>. The installed package finds the same list again.
 # The X backend's modules are also public: the X platform's headers include XCB's. DPMS serves only

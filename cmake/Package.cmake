@@ -24,6 +24,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(SCREENWEAVER_DEBIAN_DEPENDS
   libfmt-dev       # text formatting
   libsimdjson-dev  # the JSON parser of CoreTypesJSON
+  libboost1.81-dev  # the model's sorted collections (header-only)
   uuid-dev         # UUIDs
   libsystemd-dev   # the system journal
   libxcb1-dev      # the X backend: XCB,

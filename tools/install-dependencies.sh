@@ -6,7 +6,7 @@ set -euo pipefail
 if [[ "$(uname -s)" == "Darwin" ]]; then
     # The Xcode command-line tools bring clang, libc++ and the SDK.
     xcode-select -p >/dev/null 2>&1 || { echo "install the Xcode command-line tools: xcode-select --install" >&2; exit 1; }
-    formulae=(cmake ninja pkg-config fmt simdjson googletest google-benchmark clang-format)
+    formulae=(cmake ninja pkg-config fmt simdjson boost googletest google-benchmark clang-format)
     missing=()
     for formula in "${formulae[@]}"; do
         brew list --formula "$formula" >/dev/null 2>&1 || missing+=("$formula")
@@ -23,6 +23,8 @@ packages=(
     libclang-rt-16-dev                                       # libFuzzer and clang's sanitizer runtimes
     clang-format clang-tidy-16                               # formatting and static checks
     libsimdjson-dev libfmt-dev uuid-dev libsystemd-dev       # libraries of the system
+    libboost1.81-dev                                         # the model's sorted collections
+    libboost-json1.81-dev                                    # benchmarks: the reference JSON library
     libgtest-dev libgmock-dev googletest libbenchmark-dev    # tests and benchmarks
     libxml2-utils                                            # xmllint, checks the launchd property list
     libxcb1-dev libxcb-randr0-dev libxcb-dpms0-dev           # the X backend: XCB with RandR and DPMS

@@ -7,8 +7,6 @@
 #include <optional>
 #include <string_view>
 #include <type_traits>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace screenweaver {
@@ -65,8 +63,11 @@ public:
         return *this;
     }
 
-    template <class T>
-    Hasher& combine(const std::unordered_set<T>& values) {
+    /// A set: count, then the sum of its elements' hashes.
+    template <class Set>
+    requires requires {
+        typename Set::key_type;
+    } &&(!requires { typename Set::mapped_type; })Hasher& combine(const Set& values) {
         std::uint64_t sum = 0;
         for (const auto& value : values) {
             sum += Hasher{}.combine(value).state_;
@@ -74,8 +75,10 @@ public:
         return combine(values.size()).combine(sum);
     }
 
-    template <class Key, class Value>
-    Hasher& combine(const std::unordered_map<Key, Value>& entries) {
+    /// A map: count, then the sum of its entries' hashes.
+    template <class Map>
+    requires requires { typename Map::mapped_type; }
+    Hasher& combine(const Map& entries) {
         std::uint64_t sum = 0;
         for (const auto& [key, value] : entries) {
             sum += Hasher{}.combine(key).combine(value).state_;
@@ -90,8 +93,8 @@ public:
 
     /// Any other type is fed through its own `std::hash`.
     template <class T>
-    requires(!std::is_arithmetic_v<T> &&
-             !std::is_convertible_v<const T&, std::string_view>) Hasher& combine(const T& value) {
+    requires(!std::is_arithmetic_v<T> && !std::is_convertible_v<const T&, std::string_view> &&
+             !requires { typename T::key_type; }) Hasher& combine(const T& value) {
         return combine(static_cast<std::uint64_t>(std::hash<T>{}(value)));
     }
 

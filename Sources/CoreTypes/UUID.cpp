@@ -9,50 +9,68 @@ namespace screenweaver {
 
 namespace {
 
-// The value of each hexadecimal digit of either case; -1 for every other character.
-constexpr std::array<std::int8_t, 256> hexValues = [] {
-    std::array<std::int8_t, 256> table{};
-    table.fill(-1);
-    for (std::size_t digit = 0; digit < 10; ++digit) {
-        table[std::size_t{'0'} + digit] = static_cast<std::int8_t>(digit);
+// Eight hexadecimal digits of either case, first one lowest, as the four bytes they spell, first
+// one lowest; nothing if any of them is not such a digit. A byte at a time in parallel within one
+// word: a byte of 0x80 or more, or one outside the three ranges of digits, leaves its high bit
+// clear in `valid`.
+std::optional<std::uint32_t> decodeEightDigits(std::uint64_t word) {
+    constexpr std::uint64_t ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t highs = ones * 0x80;
+    const auto atLeast = [word](std::uint64_t lowest) { return word + ones * (0x80 - lowest); };
+    const std::uint64_t digits = atLeast('0') & ~atLeast('9' + 1);
+    const std::uint64_t upper = atLeast('A') & ~atLeast('F' + 1);
+    const std::uint64_t lower = atLeast('a') & ~atLeast('f' + 1);
+    const std::uint64_t valid = (digits | upper | lower) & ~word & highs;
+    if (valid != highs) {
+        return std::nullopt;
     }
-    for (std::size_t digit = 0; digit < 6; ++digit) {
-        table[std::size_t{'a'} + digit] = static_cast<std::int8_t>(10 + digit);
-        table[std::size_t{'A'} + digit] = static_cast<std::int8_t>(10 + digit);
-    }
-    return table;
-}();
+    // '0'-'9' keep their low four bits; a letter has bit 6 set and gets 9 more.
+    const std::uint64_t values = (word & (ones * 0x0F)) + ((word >> 6U) & ones) * 9;
+    // Each pair of digits into one byte, in the low byte of its 16-bit lane, then the four lanes'
+    // bytes side by side.
+    const std::uint64_t pairs =
+        ((values & 0x00FF00FF00FF00FFULL) << 4U) | ((values >> 8U) & 0x00FF00FF00FF00FFULL);
+    const std::uint64_t halves = (pairs | (pairs >> 8U)) & 0x0000FFFF0000FFFFULL;
+    return static_cast<std::uint32_t>(halves | (halves >> 16U));
+}
 
-int hexValue(char character) {
-    return hexValues[static_cast<unsigned char>(character)];
+// `count` characters of `text` as the low bytes of a word, first character lowest.
+std::uint64_t characters(const char* text, std::size_t count) {
+    std::uint64_t word = 0;
+    for (std::size_t index = 0; index < count; ++index) {
+        word |= std::uint64_t{static_cast<unsigned char>(text[index])} << (8 * index);
+    }
+    return word;
 }
 
 }  // namespace
 
 std::optional<UUID> UUID::parse(std::string_view text) {
     constexpr std::size_t canonicalLength = 36;
-    if (text.size() != canonicalLength) {
+    if (text.size() != canonicalLength || text[8] != '-' || text[13] != '-' || text[18] != '-' ||
+        text[23] != '-') {
         return std::nullopt;
     }
-    // Converted here rather than by libuuid: documents hold thousands of UUIDs, and the form is
-    // checked digit by digit anyway.
-    Bytes bytes{};
-    std::size_t byteIndex = 0;
-    for (std::size_t index = 0; index < canonicalLength;) {
-        if (index == 8 || index == 13 || index == 18 || index == 23) {
-            if (text[index] != '-') {
-                return std::nullopt;
-            }
-            ++index;
-            continue;
-        }
-        const int high = hexValue(text[index]);
-        const int low = hexValue(text[index + 1]);
-        if (high < 0 || low < 0) {
+    // Converted here rather than by libuuid: documents hold thousands of UUIDs. The 32 digits
+    // stand in four runs of eight once the hyphens are taken out.
+    const char* characterAt = text.data();
+    const std::array<std::uint64_t, 4> runs{
+        characters(characterAt, 8),
+        characters(characterAt + 9, 4) | characters(characterAt + 14, 4) << 32U,
+        characters(characterAt + 19, 4) | characters(characterAt + 24, 4) << 32U,
+        characters(characterAt + 28, 8),
+    };
+    std::array<std::uint32_t, 4> decoded{};
+    for (std::size_t run = 0; run < runs.size(); ++run) {
+        const auto bytes = decodeEightDigits(runs[run]);
+        if (!bytes) {
             return std::nullopt;
         }
-        bytes[byteIndex++] = static_cast<std::uint8_t>(high * 16 + low);
-        index += 2;
+        decoded[run] = *bytes;
+    }
+    Bytes bytes{};
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        bytes[index] = static_cast<std::uint8_t>(decoded[index / 4] >> (8 * (index % 4)));
     }
     return UUID{bytes};
 }

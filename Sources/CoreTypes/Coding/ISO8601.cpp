@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <fmt/format.h>
 
 namespace screenweaver::ISO8601 {
 
@@ -23,31 +22,57 @@ std::optional<int> digits(std::string_view text, std::size_t offset, std::size_t
     return value;
 }
 
+// Writes `value` as `count` decimal digits at `out`, leading zeros included.
+char* writeDigits(char* out, std::int64_t value, std::size_t count) {
+    for (std::size_t index = count; index > 0; --index) {
+        out[index - 1] = static_cast<char>('0' + value % 10);
+        value /= 10;
+    }
+    return out + count;
+}
+
 }  // namespace
 
-std::optional<std::string> format(const Date& date) {
+std::size_t write(const Date& date, char* out) {
     const auto day = floor<days>(date);
     const year_month_day calendar{day};
     const int yearNumber = static_cast<int>(calendar.year());
     if (yearNumber < 0 || yearNumber > 9999) {
-        return std::nullopt;
+        return 0;
     }
     const hh_mm_ss time{date - day};
-    std::string text =
-        fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", yearNumber,
-                    static_cast<unsigned>(calendar.month()), static_cast<unsigned>(calendar.day()),
-                    time.hours().count(), time.minutes().count(), time.seconds().count());
+    char* next = writeDigits(out, yearNumber, 4);
+    *next++ = '-';
+    next = writeDigits(next, static_cast<unsigned>(calendar.month()), 2);
+    *next++ = '-';
+    next = writeDigits(next, static_cast<unsigned>(calendar.day()), 2);
+    *next++ = 'T';
+    next = writeDigits(next, time.hours().count(), 2);
+    *next++ = ':';
+    next = writeDigits(next, time.minutes().count(), 2);
+    *next++ = ':';
+    next = writeDigits(next, time.seconds().count(), 2);
     auto fraction = time.subseconds().count();
     if (fraction != 0) {
-        int width = 6;
+        std::size_t width = 6;
         while (fraction % 10 == 0) {
             fraction /= 10;
             --width;
         }
-        text += fmt::format(".{:0{}}", fraction, width);
+        *next++ = '.';
+        next = writeDigits(next, fraction, width);
     }
-    text += 'Z';
-    return text;
+    *next++ = 'Z';
+    return static_cast<std::size_t>(next - out);
+}
+
+std::optional<std::string> format(const Date& date) {
+    std::array<char, longestText> text{};
+    const std::size_t length = write(date, text.data());
+    if (length == 0) {
+        return std::nullopt;
+    }
+    return std::string{text.data(), length};
 }
 
 std::optional<Date> parse(std::string_view text) {

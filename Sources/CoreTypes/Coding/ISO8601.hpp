@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,13 @@ namespace screenweaver::ISO8601 {
 /// (microseconds, trailing zeros dropped). Nothing for a date outside the years 0000 to 9999,
 /// which the four-digit year cannot hold.
 [[nodiscard]] std::optional<std::string> format(const Date& date);
+
+/// The longest text `format` gives: `YYYY-MM-DDTHH:MM:SS.ffffffZ`.
+inline constexpr std::size_t longestText = 27;
+
+/// The text of `format`, written to `out`, which has room for `longestText` characters; the number
+/// written, 0 for a date outside the years 0000 to 9999.
+[[nodiscard]] std::size_t write(const Date& date, char* out);
 
 /// The inverse of `format`: exactly `YYYY-MM-DDTHH:MM:SS`, optionally `.` and one to six digits,
 /// then `Z`, with every field in its calendar range. Anything else gives nothing.

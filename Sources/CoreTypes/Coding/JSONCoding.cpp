@@ -1,27 +1,75 @@
 #include "CoreTypes/Coding/JSONCoding.hpp"
 
+#include <simdjson.h>
+
 #include <algorithm>
+#include <cstring>
+#include <memory>
 #include <vector>
 
 namespace screenweaver::coding {
 
-std::expected<JSONValue, DecodingError> parse(std::string_view json) {
-    // One parser per thread keeps its buffers between documents; a decode never parses again
-    // while it still reads the value.
-    thread_local simdjson::dom::parser parser;
-    // The parser reads a few bytes past the end of its input: the text is copied into a padded
-    // buffer of this thread's, which grows to the largest document and is then reused.
-    thread_local std::vector<char> padded;
-    const std::size_t paddedSize = json.size() + simdjson::SIMDJSON_PADDING;
-    if (padded.size() < paddedSize) {
-        padded.resize(paddedSize);
+namespace {
+
+// The parser's first stage and the buffers of this thread, kept between documents: they grow to
+// the largest document read and are then reused.
+struct ThreadParser {
+    std::unique_ptr<simdjson::internal::dom_parser_implementation> parser;
+    std::vector<char> text;
+    std::vector<char> unescaped;
+    // Room for a document of `length` characters.
+    bool reserve(std::size_t length) {
+        // The first stage needs room for at least a small document.
+        const std::size_t capacity = std::max<std::size_t>(length, 4096);
+        if (!parser) {
+            if (simdjson::get_active_implementation()->create_dom_parser_implementation(
+                    capacity, JSONReader::maximumDepth, parser) != simdjson::SUCCESS) {
+                parser.reset();
+                return false;
+            }
+        } else if (parser->capacity() < length && parser->set_capacity(capacity) != simdjson::SUCCESS) {
+            return false;
+        }
+        if (text.size() < length + simdjson::SIMDJSON_PADDING) {
+            text.resize(length + simdjson::SIMDJSON_PADDING);
+            unescaped.resize(length + simdjson::SIMDJSON_PADDING);
+        }
+        return true;
     }
-    std::copy(json.begin(), json.end(), padded.begin());
-    JSONValue value;
-    if (parser.parse(padded.data(), json.size(), false).get(value) != simdjson::SUCCESS) {
+};
+
+}  // namespace
+
+bool JSONDocument::open(std::string_view json) {
+    thread_local ThreadParser thread;
+    if (!thread.reserve(json.size())) {
+        return reader_.markMalformed();
+    }
+    std::memcpy(thread.text.data(), json.data(), json.size());
+    // What a longer text left behind must not read as more of this one.
+    std::memset(thread.text.data() + json.size(), 0, simdjson::SIMDJSON_PADDING);
+    if (thread.parser->stage1(reinterpret_cast<const std::uint8_t*>(thread.text.data()), json.size(),
+                              simdjson::stage1_mode::regular) != simdjson::SUCCESS) {
+        return reader_.markMalformed();
+    }
+    reader_ = JSONReader{JSONTokens{thread.text.data(), thread.parser->structural_indexes.get(),
+                                    thread.parser->n_structural_indexes, thread.parser.get(),
+                                    thread.unescaped.data()}};
+    return true;
+}
+
+std::expected<void, DecodingError> JSONDocument::close(bool read) {
+    // The one value, and nothing after it.
+    if (!reader_.malformed() && !reader_.atEnd()) {
+        reader_.markMalformed();
+    }
+    if (reader_.malformed()) {
         return std::unexpected(DecodingError::dataCorrupted("The given data was not valid JSON."));
     }
-    return value;
+    if (!read) {
+        return std::unexpected(reader_.takeError());
+    }
+    return {};
 }
 
 }  // namespace screenweaver::coding

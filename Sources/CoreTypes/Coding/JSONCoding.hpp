@@ -10,21 +10,41 @@ namespace screenweaver {
 
 namespace coding {
 
-/// Parses `json` with this thread's parser; the value lives until the thread's next parse.
-/// Malformed text, invalid UTF-8 and numbers too large to represent are data-corrupted ("The
-/// given data was not valid JSON.").
-std::expected<JSONValue, DecodingError> parse(std::string_view json);
+/// One JSON text being read on this thread, from `open` to `close`. The text is copied, padded,
+/// into a buffer of this thread's, which the parser's first stage splits into tokens for the
+/// reader.
+class JSONDocument {
+public:
+    /// Splits `json` into tokens; false when that already shows it is not JSON (invalid UTF-8, an
+    /// unclosed string, a raw control character in a string, no value at all).
+    bool open(std::string_view json);
+
+    /// After the document's value was read, `read` saying whether that succeeded: the reading
+    /// error, or the data-corrupted "The given data was not valid JSON." when the text turned out
+    /// not to be JSON anywhere (more text after the value included).
+    std::expected<void, DecodingError> close(bool read);
+
+    JSONReader& reader() { return reader_; }
+
+private:
+    JSONReader reader_;
+};
 
 }  // namespace coding
 
-/// Decodes a `T` from JSON text. Never throws: every failure is a `DecodingError`.
+/// Decodes a `T` from JSON text. Never throws: every failure is a `DecodingError`. Malformed text,
+/// invalid UTF-8 and numbers too large to represent, anywhere in the text, are data-corrupted ("The
+/// given data was not valid JSON."), whatever else is wrong with it.
 template <class T>
 std::expected<T, DecodingError> decode(std::string_view json) {
-    const auto value = coding::parse(json);
-    if (!value) {
-        return std::unexpected(value.error());
+    coding::JSONDocument document;
+    T value{};
+    JSONValue root;
+    const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, value);
+    if (auto closed = document.close(read); !closed) {
+        return std::unexpected(std::move(closed.error()));
     }
-    return JSONForm<T>::read(*value);
+    return value;
 }
 
 /// Encodes `value` as compact JSON text, keys in the type's order. Fails only for a value JSON

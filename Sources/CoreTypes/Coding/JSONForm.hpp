@@ -1,88 +1,76 @@
 #pragma once
 
-#include <simdjson.h>
-
 #include <cstdint>
-#include <expected>
+#include <limits>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "CoreTypes/Coding/DecodingError.hpp"
+#include "CoreTypes/Coding/JSONReader.hpp"
 #include "CoreTypes/Coding/JSONWriter.hpp"
+#include "CoreTypes/Coding/ReadBuffer.hpp"
 #include "CoreTypes/Model/Date.hpp"
 #include "CoreTypes/UUID.hpp"
 
 namespace screenweaver {
 
-/// A value of a parsed JSON document; it lives as long as the parse that produced it.
-using JSONValue = simdjson::dom::element;
-
 /// The JSON form of `T`: every type with one specialises this with
 ///
 ///     static void write(JSONWriter& writer, const T& value);
-///     static std::expected<T, DecodingError> read(const JSONValue& value);
+///     static bool read(JSONReader& reader, JSONValue& value, T& result);
 ///
-/// `read` reports errors with the path inside `value`; callers put the path of `value` in front
-/// as the error travels outwards. The specialisations sit in a file beside each record's own.
+/// `read` consumes `value` and fills `result`, which holds the type's default before. When it
+/// returns false the reader holds the error, with the path inside `value`; callers put the path of
+/// `value` in front as the error travels outwards. The specialisations sit in a file beside each
+/// record's own.
 template <class T>
 struct JSONForm;
-
-namespace coding {
-
-/// How a coder names the JSON type of `value` in a type mismatch: "a string", "number", "bool",
-/// "a dictionary", "an array" or "null".
-std::string_view foundDescription(const JSONValue& value);
-
-/// The value as an object: a type mismatch for anything else, value-not-found for null.
-std::expected<simdjson::dom::object, DecodingError> object(const JSONValue& value);
-
-/// The value as an array: a type mismatch for anything else, value-not-found for null.
-std::expected<simdjson::dom::array, DecodingError> array(const JSONValue& value);
-
-/// The value as a string: a type mismatch for anything else, value-not-found for null.
-std::expected<std::string_view, DecodingError> string(const JSONValue& value);
-
-}  // namespace coding
 
 template <>
 struct JSONForm<bool> {
     static void write(JSONWriter& writer, bool value) { writer.boolean(value); }
-    static std::expected<bool, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, bool& result) {
+        return reader.boolean(value, result);
+    }
 };
 
 /// A signed integer: any integral number from -2^63 to 2^63 - 1 (`60`, `60.0`, `1e2`, `-0`).
 template <>
 struct JSONForm<std::int64_t> {
     static void write(JSONWriter& writer, std::int64_t value) { writer.integer(value); }
-    static std::expected<std::int64_t, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, std::int64_t& result) {
+        return reader.integer(value, "Int", std::numeric_limits<std::int64_t>::min(),
+                              std::numeric_limits<std::int64_t>::max(), result);
+    }
 };
 
 /// An unsigned 32-bit number: any integral number from 0 to 4294967295.
 template <>
 struct JSONForm<std::uint32_t> {
     static void write(JSONWriter& writer, std::uint32_t value) { writer.unsignedInteger(value); }
-    static std::expected<std::uint32_t, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, std::uint32_t& result);
 };
 
-/// A double: any number.
+/// A double: any number; `-0` reads back as negative zero.
 template <>
 struct JSONForm<double> {
     static void write(JSONWriter& writer, double value) { writer.number(value); }
-    static std::expected<double, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, double& result) {
+        return reader.number(value, result);
+    }
 };
 
 template <>
 struct JSONForm<std::string> {
     static void write(JSONWriter& writer, const std::string& value) { writer.string(value); }
-    static std::expected<std::string, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, std::string& result);
 };
 
 /// The canonical text; either letter case reads.
 template <>
 struct JSONForm<UUID> {
     static void write(JSONWriter& writer, const UUID& value);
-    static std::expected<UUID, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, UUID& result);
 };
 
 /// ISO 8601 in UTC, `2026-11-21T09:30:00Z`, with a fraction of a second (up to six digits,
@@ -90,7 +78,7 @@ struct JSONForm<UUID> {
 template <>
 struct JSONForm<Date> {
     static void write(JSONWriter& writer, const Date& value);
-    static std::expected<Date, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, Date& result);
 };
 
 /// An array, in order.
@@ -104,24 +92,24 @@ struct JSONForm<std::vector<Element>> {
         writer.endArray();
     }
 
-    static std::expected<std::vector<Element>, DecodingError> read(const JSONValue& value) {
-        auto elements = coding::array(value);
-        if (!elements) {
-            return std::unexpected(std::move(elements.error()));
+    static bool read(JSONReader& reader, JSONValue& value, std::vector<Element>& result) {
+        coding::ReadBuffer<Element> elements;
+        std::size_t count = 0;
+        const bool read = reader.readArray(
+            value,
+            [&](JSONValue& element) {
+                Element next{};
+                if (!reader.read(element, next)) {
+                    return false;
+                }
+                elements.push(std::move(next));
+                return true;
+            },
+            count);
+        if (read) {
+            elements.moveInto(result);
         }
-        std::vector<Element> values;
-        values.reserve(elements->size());
-        std::size_t index = 0;
-        for (const JSONValue element : *elements) {
-            auto decoded = JSONForm<Element>::read(element);
-            if (!decoded) {
-                decoded.error().prependIndex(index);
-                return std::unexpected(std::move(decoded.error()));
-            }
-            values.push_back(std::move(*decoded));
-            ++index;
-        }
-        return values;
+        return read;
     }
 };
 

@@ -12,7 +12,7 @@ struct JSONForm<LoginWindowServiceConsent> {
     static void write(JSONWriter& writer, LoginWindowServiceConsent consent) {
         writer.string(rawValue(consent));
     }
-    static std::expected<LoginWindowServiceConsent, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, LoginWindowServiceConsent& result);
 };
 
 /// Written with the six leading flags, then "syncGroupsToICloud", "automaticUpdateChecks",
@@ -22,7 +22,7 @@ struct JSONForm<LoginWindowServiceConsent> {
 template <>
 struct JSONForm<AppSettings> {
     static void write(JSONWriter& writer, const AppSettings& settings);
-    static std::expected<AppSettings, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, AppSettings& result);
 };
 
 }  // namespace screenweaver

@@ -1,36 +1,32 @@
 #include "CoreTypes/Model/CLIDisplayEDIDJSON.hpp"
 
-#include "CoreTypes/Coding/CaseCoding.hpp"
-#include "CoreTypes/Coding/KeyedReader.hpp"
+#include "CoreTypes/Coding/RawValueForm.hpp"
+#include "CoreTypes/Coding/RecordForm.hpp"
 
 namespace screenweaver {
 
-std::expected<CLIDisplayEDID::Source, DecodingError> JSONForm<CLIDisplayEDID::Source>::read(
-    const JSONValue& value) {
-    return coding::readRawValue<CLIDisplayEDID::Source>(value, "Source", cliDisplayEDIDSourceFromRawValue);
+namespace {
+
+constexpr coding::RecordForm form{
+    coding::required("ref", &CLIDisplayEDID::ref),
+    coding::required("summary", &CLIDisplayEDID::summary),
+    coding::required("source", &CLIDisplayEDID::source),
+    coding::required("isVirtual", &CLIDisplayEDID::isVirtual),
+};
+
+}  // namespace
+
+bool JSONForm<CLIDisplayEDID::Source>::read(JSONReader& reader, JSONValue& value,
+                                            CLIDisplayEDID::Source& result) {
+    return coding::readRawValue(reader, value, "Source", cliDisplayEDIDSourceFromRawValue, result);
 }
 
 void JSONForm<CLIDisplayEDID>::write(JSONWriter& writer, const CLIDisplayEDID& edid) {
-    writer.beginObject();
-    writer.key("ref");
-    writer.string(edid.ref);
-    writer.key("summary");
-    JSONForm<DisplayEDIDSummary>::write(writer, edid.summary);
-    writer.key("source");
-    JSONForm<CLIDisplayEDID::Source>::write(writer, edid.source);
-    writer.key("isVirtual");
-    writer.boolean(edid.isVirtual);
-    writer.endObject();
+    form.write(writer, edid);
 }
 
-std::expected<CLIDisplayEDID, DecodingError> JSONForm<CLIDisplayEDID>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    CLIDisplayEDID edid;
-    reader.required("ref", edid.ref);
-    reader.required("summary", edid.summary);
-    reader.required("source", edid.source);
-    reader.required("isVirtual", edid.isVirtual);
-    return reader.finish(std::move(edid));
+bool JSONForm<CLIDisplayEDID>::read(JSONReader& reader, JSONValue& value, CLIDisplayEDID& result) {
+    return form.read(reader, value, result);
 }
 
 }  // namespace screenweaver

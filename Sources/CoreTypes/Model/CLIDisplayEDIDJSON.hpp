@@ -10,14 +10,14 @@ namespace screenweaver {
 template <>
 struct JSONForm<CLIDisplayEDID::Source> {
     static void write(JSONWriter& writer, CLIDisplayEDID::Source source) { writer.string(rawValue(source)); }
-    static std::expected<CLIDisplayEDID::Source, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CLIDisplayEDID::Source& result);
 };
 
 /// "ref", "summary", "source", "isVirtual", all required.
 template <>
 struct JSONForm<CLIDisplayEDID> {
     static void write(JSONWriter& writer, const CLIDisplayEDID& edid);
-    static std::expected<CLIDisplayEDID, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CLIDisplayEDID& result);
 };
 
 }  // namespace screenweaver

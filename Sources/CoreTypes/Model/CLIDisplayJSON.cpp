@@ -1,50 +1,32 @@
 #include "CoreTypes/Model/CLIDisplayJSON.hpp"
 
-#include "CoreTypes/Coding/KeyedReader.hpp"
+#include "CoreTypes/Coding/RecordForm.hpp"
 
 namespace screenweaver {
 
+namespace {
+
+constexpr coding::RecordForm form{
+    coding::required("ref", &CLIDisplay::ref),
+    coding::optional("name", &CLIDisplay::name),
+    coding::required("pixelWidth", &CLIDisplay::pixelWidth),
+    coding::required("pixelHeight", &CLIDisplay::pixelHeight),
+    coding::required("pointWidth", &CLIDisplay::pointWidth),
+    coding::required("pointHeight", &CLIDisplay::pointHeight),
+    coding::required("refreshRate", &CLIDisplay::refreshRate),
+    coding::required("isMain", &CLIDisplay::isMain),
+    coding::required("isVirtual", &CLIDisplay::isVirtual),
+    coding::required("isBuiltin", &CLIDisplay::isBuiltin),
+};
+
+}  // namespace
+
 void JSONForm<CLIDisplay>::write(JSONWriter& writer, const CLIDisplay& display) {
-    writer.beginObject();
-    writer.key("ref");
-    writer.string(display.ref);
-    if (display.name) {
-        writer.key("name");
-        writer.string(*display.name);
-    }
-    writer.key("pixelWidth");
-    writer.integer(display.pixelWidth);
-    writer.key("pixelHeight");
-    writer.integer(display.pixelHeight);
-    writer.key("pointWidth");
-    writer.integer(display.pointWidth);
-    writer.key("pointHeight");
-    writer.integer(display.pointHeight);
-    writer.key("refreshRate");
-    writer.number(display.refreshRate);
-    writer.key("isMain");
-    writer.boolean(display.isMain);
-    writer.key("isVirtual");
-    writer.boolean(display.isVirtual);
-    writer.key("isBuiltin");
-    writer.boolean(display.isBuiltin);
-    writer.endObject();
+    form.write(writer, display);
 }
 
-std::expected<CLIDisplay, DecodingError> JSONForm<CLIDisplay>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    CLIDisplay display;
-    reader.required("ref", display.ref);
-    reader.optional("name", display.name);
-    reader.required("pixelWidth", display.pixelWidth);
-    reader.required("pixelHeight", display.pixelHeight);
-    reader.required("pointWidth", display.pointWidth);
-    reader.required("pointHeight", display.pointHeight);
-    reader.required("refreshRate", display.refreshRate);
-    reader.required("isMain", display.isMain);
-    reader.required("isVirtual", display.isVirtual);
-    reader.required("isBuiltin", display.isBuiltin);
-    return reader.finish(std::move(display));
+bool JSONForm<CLIDisplay>::read(JSONReader& reader, JSONValue& value, CLIDisplay& result) {
+    return form.read(reader, value, result);
 }
 
 }  // namespace screenweaver

@@ -9,7 +9,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<CLIDisplay> {
     static void write(JSONWriter& writer, const CLIDisplay& display);
-    static std::expected<CLIDisplay, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CLIDisplay& result);
 };
 
 }  // namespace screenweaver

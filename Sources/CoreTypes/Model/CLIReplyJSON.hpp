@@ -13,7 +13,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<CLIReply> {
     static void write(JSONWriter& writer, const CLIReply& reply);
-    static std::expected<CLIReply, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CLIReply& result);
 };
 
 }  // namespace screenweaver

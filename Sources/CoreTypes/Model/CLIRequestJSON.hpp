@@ -11,7 +11,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<CLIRequest> {
     static void write(JSONWriter& writer, const CLIRequest& request);
-    static std::expected<CLIRequest, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CLIRequest& result);
 };
 
 }  // namespace screenweaver

@@ -1,43 +1,28 @@
 #include "CoreTypes/Model/CLIStatusJSON.hpp"
 
-#include "CoreTypes/Coding/KeyedReader.hpp"
+#include "CoreTypes/Coding/RecordForm.hpp"
 
 namespace screenweaver {
 
 namespace {
 
-void writeIfPresent(JSONWriter& writer, std::string_view key, const std::optional<std::string>& value) {
-    if (value) {
-        writer.key(key);
-        writer.string(*value);
-    }
-}
+constexpr coding::RecordForm form{
+    coding::optional("appVersion", &CLIStatus::appVersion),
+    coding::optional("activeGroupName", &CLIStatus::activeGroupName),
+    coding::required("groupNames", &CLIStatus::groupNames),
+    coding::required("stateDescription", &CLIStatus::stateDescription),
+    coding::optional("cloudSync", &CLIStatus::cloudSync),
+    coding::optional("loginWindowService", &CLIStatus::loginWindowService),
+};
 
 }  // namespace
 
 void JSONForm<CLIStatus>::write(JSONWriter& writer, const CLIStatus& status) {
-    writer.beginObject();
-    writeIfPresent(writer, "appVersion", status.appVersion);
-    writeIfPresent(writer, "activeGroupName", status.activeGroupName);
-    writer.key("groupNames");
-    JSONForm<std::vector<std::string>>::write(writer, status.groupNames);
-    writer.key("stateDescription");
-    writer.string(status.stateDescription);
-    writeIfPresent(writer, "cloudSync", status.cloudSync);
-    writeIfPresent(writer, "loginWindowService", status.loginWindowService);
-    writer.endObject();
+    form.write(writer, status);
 }
 
-std::expected<CLIStatus, DecodingError> JSONForm<CLIStatus>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    CLIStatus status;
-    reader.optional("appVersion", status.appVersion);
-    reader.optional("activeGroupName", status.activeGroupName);
-    reader.required("groupNames", status.groupNames);
-    reader.required("stateDescription", status.stateDescription);
-    reader.optional("cloudSync", status.cloudSync);
-    reader.optional("loginWindowService", status.loginWindowService);
-    return reader.finish(std::move(status));
+bool JSONForm<CLIStatus>::read(JSONReader& reader, JSONValue& value, CLIStatus& result) {
+    return form.read(reader, value, result);
 }
 
 }  // namespace screenweaver

@@ -10,7 +10,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<CLIStatus> {
     static void write(JSONWriter& writer, const CLIStatus& status);
-    static std::expected<CLIStatus, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CLIStatus& result);
 };
 
 }  // namespace screenweaver

@@ -10,7 +10,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<CatalogFamily> {
     static void write(JSONWriter& writer, CatalogFamily family) { writer.string(rawValue(family)); }
-    static std::expected<CatalogFamily, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CatalogFamily& result);
 };
 
 /// Keys in field order; "year", "diagonalInches", "nativePPI" and "notes" are left out when
@@ -19,7 +19,7 @@ struct JSONForm<CatalogFamily> {
 template <>
 struct JSONForm<CatalogEntry> {
     static void write(JSONWriter& writer, const CatalogEntry& entry);
-    static std::expected<CatalogEntry, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, CatalogEntry& result);
 };
 
 }  // namespace screenweaver

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <boost/container/flat_map.hpp>
 #include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "CoreTypes/Model/AppSettings.hpp"
@@ -22,8 +22,8 @@ struct Config {
     std::vector<DisplayGroup> groups{};
     std::optional<UUID> activeGroupID{};
     AppSettings settings{};
-    /// Groups that were deleted, each with the time of its deletion.
-    std::unordered_map<UUID, Date> deletedGroups{};
+    /// Groups that were deleted, each with the time of its deletion; a sorted array, by UUID.
+    boost::container::flat_map<UUID, Date> deletedGroups{};
 
     /// A fresh document: the current schema, no groups, no active group, the default settings and
     /// no deleted groups; built once and shared.

@@ -10,7 +10,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<DisplayEDIDSummary> {
     static void write(JSONWriter& writer, const DisplayEDIDSummary& summary);
-    static std::expected<DisplayEDIDSummary, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, DisplayEDIDSummary& result);
 };
 
 }  // namespace screenweaver

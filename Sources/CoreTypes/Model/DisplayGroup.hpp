@@ -3,13 +3,12 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "CoreTypes/Model/Date.hpp"
 #include "CoreTypes/Model/DisplayModeInfo.hpp"
 #include "CoreTypes/Model/DisplayRef.hpp"
+#include "CoreTypes/Model/DisplayRefCollections.hpp"
 #include "CoreTypes/Model/ExtraDockSettings.hpp"
 #include "CoreTypes/Model/Geometry.hpp"
 #include "CoreTypes/Model/KeyCombo.hpp"
@@ -29,13 +28,13 @@ struct DisplayGroup {
     std::vector<VirtualDisplaySpec> displays{};
     DisplayRef mainDisplayRef{};
     /// Origin of each display in global display coordinates.
-    std::unordered_map<DisplayRef, Point> layout{};
+    DisplayRefMap<Point> layout{};
     /// The physical displays take part in the arrangement.
     bool includePhysicalDisplays = false;
     /// Mode to set on each display named.
-    std::unordered_map<DisplayRef, DisplayModeInfo> modes{};
+    DisplayRefMap<DisplayModeInfo> modes{};
     /// Displays the group must leave alone.
-    std::unordered_set<DisplayRef> protectedDisplays{};
+    DisplayRefSet protectedDisplays{};
     std::optional<KeyCombo> hotkey{};
     bool activateOnLaunch = false;
     ExtraDockSettings extraDockSettings{};

@@ -1,7 +1,7 @@
 #include "CoreTypes/Model/DisplayGroupJSON.hpp"
 
-#include "CoreTypes/Coding/CaseCoding.hpp"
-#include "CoreTypes/Coding/KeyedReader.hpp"
+#include "CoreTypes/Coding/RawValueForm.hpp"
+#include "CoreTypes/Coding/RecordForm.hpp"
 #include "CoreTypes/Model/DisplayModeInfoJSON.hpp"
 #include "CoreTypes/Model/DisplayRefJSON.hpp"
 #include "CoreTypes/Model/GeometryJSON.hpp"
@@ -10,80 +10,50 @@
 
 namespace screenweaver {
 
-std::expected<ExtraDockMode, DecodingError> JSONForm<ExtraDockMode>::read(const JSONValue& value) {
-    return coding::readRawValue<ExtraDockMode>(value, "ExtraDockMode", extraDockModeFromRawValue);
+namespace {
+
+constexpr coding::RecordForm extraDockSettingsForm{
+    coding::required("mode", &ExtraDockSettings::mode),
+    coding::required("enabledDisplays", &ExtraDockSettings::enabledDisplays),
+    coding::required("hideOnNativeDockDisplay", &ExtraDockSettings::hideOnNativeDockDisplay),
+};
+
+constexpr coding::RecordForm groupForm{
+    coding::required("id", &DisplayGroup::id),
+    coding::required("name", &DisplayGroup::name),
+    coding::required("symbol", &DisplayGroup::symbol),
+    coding::required("displays", &DisplayGroup::displays),
+    coding::required("mainDisplayRef", &DisplayGroup::mainDisplayRef),
+    coding::required("layout", &DisplayGroup::layout),
+    coding::required("includePhysicalDisplays", &DisplayGroup::includePhysicalDisplays),
+    coding::required("modes", &DisplayGroup::modes),
+    coding::required("protectedDisplays", &DisplayGroup::protectedDisplays),
+    coding::optional("hotkey", &DisplayGroup::hotkey),
+    coding::required("activateOnLaunch", &DisplayGroup::activateOnLaunch),
+    coding::required("extraDockSettings", &DisplayGroup::extraDockSettings),
+    coding::required("modifiedAt", &DisplayGroup::modifiedAt),
+};
+
+}  // namespace
+
+bool JSONForm<ExtraDockMode>::read(JSONReader& reader, JSONValue& value, ExtraDockMode& result) {
+    return coding::readRawValue(reader, value, "ExtraDockMode", extraDockModeFromRawValue, result);
 }
 
 void JSONForm<ExtraDockSettings>::write(JSONWriter& writer, const ExtraDockSettings& settings) {
-    writer.beginObject();
-    writer.key("mode");
-    JSONForm<ExtraDockMode>::write(writer, settings.mode);
-    writer.key("enabledDisplays");
-    JSONForm<std::unordered_set<DisplayRef>>::write(writer, settings.enabledDisplays);
-    writer.key("hideOnNativeDockDisplay");
-    writer.boolean(settings.hideOnNativeDockDisplay);
-    writer.endObject();
+    extraDockSettingsForm.write(writer, settings);
 }
 
-std::expected<ExtraDockSettings, DecodingError> JSONForm<ExtraDockSettings>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    ExtraDockSettings settings;
-    reader.required("mode", settings.mode);
-    reader.required("enabledDisplays", settings.enabledDisplays);
-    reader.required("hideOnNativeDockDisplay", settings.hideOnNativeDockDisplay);
-    return reader.finish(std::move(settings));
+bool JSONForm<ExtraDockSettings>::read(JSONReader& reader, JSONValue& value, ExtraDockSettings& result) {
+    return extraDockSettingsForm.read(reader, value, result);
 }
 
 void JSONForm<DisplayGroup>::write(JSONWriter& writer, const DisplayGroup& group) {
-    writer.beginObject();
-    writer.key("id");
-    JSONForm<UUID>::write(writer, group.id);
-    writer.key("name");
-    writer.string(group.name);
-    writer.key("symbol");
-    writer.string(group.symbol);
-    writer.key("displays");
-    JSONForm<std::vector<VirtualDisplaySpec>>::write(writer, group.displays);
-    writer.key("mainDisplayRef");
-    JSONForm<DisplayRef>::write(writer, group.mainDisplayRef);
-    writer.key("layout");
-    JSONForm<std::unordered_map<DisplayRef, Point>>::write(writer, group.layout);
-    writer.key("includePhysicalDisplays");
-    writer.boolean(group.includePhysicalDisplays);
-    writer.key("modes");
-    JSONForm<std::unordered_map<DisplayRef, DisplayModeInfo>>::write(writer, group.modes);
-    writer.key("protectedDisplays");
-    JSONForm<std::unordered_set<DisplayRef>>::write(writer, group.protectedDisplays);
-    if (group.hotkey) {
-        writer.key("hotkey");
-        JSONForm<KeyCombo>::write(writer, *group.hotkey);
-    }
-    writer.key("activateOnLaunch");
-    writer.boolean(group.activateOnLaunch);
-    writer.key("extraDockSettings");
-    JSONForm<ExtraDockSettings>::write(writer, group.extraDockSettings);
-    writer.key("modifiedAt");
-    JSONForm<Date>::write(writer, group.modifiedAt);
-    writer.endObject();
+    groupForm.write(writer, group);
 }
 
-std::expected<DisplayGroup, DecodingError> JSONForm<DisplayGroup>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    DisplayGroup group;
-    reader.required("id", group.id);
-    reader.required("name", group.name);
-    reader.required("symbol", group.symbol);
-    reader.required("displays", group.displays);
-    reader.required("mainDisplayRef", group.mainDisplayRef);
-    reader.required("layout", group.layout);
-    reader.required("includePhysicalDisplays", group.includePhysicalDisplays);
-    reader.required("modes", group.modes);
-    reader.required("protectedDisplays", group.protectedDisplays);
-    reader.optional("hotkey", group.hotkey);
-    reader.required("activateOnLaunch", group.activateOnLaunch);
-    reader.required("extraDockSettings", group.extraDockSettings);
-    reader.required("modifiedAt", group.modifiedAt);
-    return reader.finish(std::move(group));
+bool JSONForm<DisplayGroup>::read(JSONReader& reader, JSONValue& value, DisplayGroup& result) {
+    return groupForm.read(reader, value, result);
 }
 
 }  // namespace screenweaver

@@ -11,7 +11,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<ExtraDockMode> {
     static void write(JSONWriter& writer, ExtraDockMode mode) { writer.string(rawValue(mode)); }
-    static std::expected<ExtraDockMode, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, ExtraDockMode& result);
 };
 
 /// "mode", "enabledDisplays", "hideOnNativeDockDisplay", all required: a missing key is an error,
@@ -19,7 +19,7 @@ struct JSONForm<ExtraDockMode> {
 template <>
 struct JSONForm<ExtraDockSettings> {
     static void write(JSONWriter& writer, const ExtraDockSettings& settings);
-    static std::expected<ExtraDockSettings, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, ExtraDockSettings& result);
 };
 
 /// Keys in field order; "hotkey" is left out when absent and reads as absent when missing or
@@ -28,7 +28,7 @@ struct JSONForm<ExtraDockSettings> {
 template <>
 struct JSONForm<DisplayGroup> {
     static void write(JSONWriter& writer, const DisplayGroup& group);
-    static std::expected<DisplayGroup, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, DisplayGroup& result);
 };
 
 }  // namespace screenweaver

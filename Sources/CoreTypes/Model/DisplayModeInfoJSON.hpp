@@ -9,7 +9,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<DisplayModeInfo> {
     static void write(JSONWriter& writer, const DisplayModeInfo& mode);
-    static std::expected<DisplayModeInfo, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, DisplayModeInfo& result);
 };
 
 }  // namespace screenweaver

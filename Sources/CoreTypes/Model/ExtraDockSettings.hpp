@@ -1,9 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <unordered_set>
 
-#include "CoreTypes/Model/DisplayRef.hpp"
+#include "CoreTypes/Model/DisplayRefCollections.hpp"
 #include "CoreTypes/Model/ExtraDockMode.hpp"
 
 namespace screenweaver {
@@ -12,7 +11,7 @@ namespace screenweaver {
 struct ExtraDockSettings {
     ExtraDockMode mode = ExtraDockMode::off;
     /// The displays that get a Dock when `mode` is `perDisplay`.
-    std::unordered_set<DisplayRef> enabledDisplays{};
+    DisplayRefSet enabledDisplays{};
     /// No extra Dock on the display that already shows the system Dock.
     bool hideOnNativeDockDisplay = true;
 

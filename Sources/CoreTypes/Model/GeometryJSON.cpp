@@ -9,24 +9,26 @@ void JSONForm<Point>::write(JSONWriter& writer, const Point& point) {
     writer.endArray();
 }
 
-std::expected<Point, DecodingError> JSONForm<Point>::read(const JSONValue& value) {
-    auto elements = coding::array(value);
-    if (!elements) {
-        return std::unexpected(std::move(elements.error()));
+bool JSONForm<Point>::read(JSONReader& reader, JSONValue& value, Point& result) {
+    std::size_t count = 0;
+    const bool read = reader.readArray(
+        value,
+        [&](JSONValue& element) {
+            if (count >= 2) {
+                return reader.skip(element);
+            }
+            return reader.number(element, count == 0 ? result.x : result.y);
+        },
+        count);
+    if (reader.malformed()) {
+        return false;
     }
-    if (elements->size() != 2) {
-        return std::unexpected(
+    // The elements are counted first, whatever they say.
+    if (count != 2) {
+        return reader.fail(
             DecodingError::dataCorrupted("Expected a point as an array of two numbers [x, y]."));
     }
-    auto x = JSONForm<double>::read(elements->at(0).value_unsafe());
-    if (!x) {
-        return std::unexpected(std::move(x.error().prependIndex(0)));
-    }
-    auto y = JSONForm<double>::read(elements->at(1).value_unsafe());
-    if (!y) {
-        return std::unexpected(std::move(y.error().prependIndex(1)));
-    }
-    return Point{*x, *y};
+    return read;
 }
 
 }  // namespace screenweaver

@@ -9,7 +9,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<Point> {
     static void write(JSONWriter& writer, const Point& point);
-    static std::expected<Point, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, Point& result);
 };
 
 }  // namespace screenweaver

@@ -1,29 +1,29 @@
 #include "CoreTypes/Model/KeyComboJSON.hpp"
 
-#include "CoreTypes/Coding/CaseCoding.hpp"
-#include "CoreTypes/Coding/KeyedReader.hpp"
+#include "CoreTypes/Coding/RawValueForm.hpp"
+#include "CoreTypes/Coding/RecordForm.hpp"
 
 namespace screenweaver {
 
+namespace {
+
+constexpr coding::RecordForm form{
+    coding::required("keyCode", &KeyCombo::keyCode),
+    coding::required("modifiers", &KeyCombo::modifiers),
+};
+
+}  // namespace
+
 void JSONForm<KeyCombo>::write(JSONWriter& writer, const KeyCombo& combo) {
-    writer.beginObject();
-    writer.key("keyCode");
-    writer.unsignedInteger(combo.keyCode);
-    writer.key("modifiers");
-    writer.unsignedInteger(combo.modifiers);
-    writer.endObject();
+    form.write(writer, combo);
 }
 
-std::expected<KeyCombo, DecodingError> JSONForm<KeyCombo>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    KeyCombo combo;
-    reader.required("keyCode", combo.keyCode);
-    reader.required("modifiers", combo.modifiers);
-    return reader.finish(combo);
+bool JSONForm<KeyCombo>::read(JSONReader& reader, JSONValue& value, KeyCombo& result) {
+    return form.read(reader, value, result);
 }
 
-std::expected<HotkeyAction, DecodingError> JSONForm<HotkeyAction>::read(const JSONValue& value) {
-    return coding::readRawValue<HotkeyAction>(value, "HotkeyAction", hotkeyActionFromRawValue);
+bool JSONForm<HotkeyAction>::read(JSONReader& reader, JSONValue& value, HotkeyAction& result) {
+    return coding::readRawValue(reader, value, "HotkeyAction", hotkeyActionFromRawValue, result);
 }
 
 }  // namespace screenweaver

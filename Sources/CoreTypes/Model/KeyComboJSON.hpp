@@ -10,14 +10,14 @@ namespace screenweaver {
 template <>
 struct JSONForm<KeyCombo> {
     static void write(JSONWriter& writer, const KeyCombo& combo);
-    static std::expected<KeyCombo, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, KeyCombo& result);
 };
 
 /// The raw value string.
 template <>
 struct JSONForm<HotkeyAction> {
     static void write(JSONWriter& writer, HotkeyAction action) { writer.string(rawValue(action)); }
-    static std::expected<HotkeyAction, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, HotkeyAction& result);
 };
 
 }  // namespace screenweaver

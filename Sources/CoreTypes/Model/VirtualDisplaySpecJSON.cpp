@@ -1,57 +1,37 @@
 #include "CoreTypes/Model/VirtualDisplaySpecJSON.hpp"
 
-#include "CoreTypes/Coding/CaseCoding.hpp"
-#include "CoreTypes/Coding/KeyedReader.hpp"
+#include "CoreTypes/Coding/RawValueForm.hpp"
+#include "CoreTypes/Coding/RecordForm.hpp"
 
 namespace screenweaver {
 
-std::expected<DynamicRange, DecodingError> JSONForm<DynamicRange>::read(const JSONValue& value) {
-    return coding::readRawValue<DynamicRange>(value, "DynamicRange", dynamicRangeFromRawValue);
+namespace {
+
+constexpr coding::RecordForm form{
+    coding::required("id", &VirtualDisplaySpec::id),
+    coding::required("name", &VirtualDisplaySpec::name),
+    coding::optional("catalogEntryID", &VirtualDisplaySpec::catalogEntryID),
+    coding::required("pixelWidth", &VirtualDisplaySpec::pixelWidth),
+    coding::required("pixelHeight", &VirtualDisplaySpec::pixelHeight),
+    coding::required("refreshRate", &VirtualDisplaySpec::refreshRate),
+    coding::required("hiDPI", &VirtualDisplaySpec::hiDPI),
+    coding::required("rotation", &VirtualDisplaySpec::rotation),
+    coding::required("dynamicRange", &VirtualDisplaySpec::dynamicRange),
+    coding::optional("targetPPIOverride", &VirtualDisplaySpec::targetPPIOverride),
+};
+
+}  // namespace
+
+bool JSONForm<DynamicRange>::read(JSONReader& reader, JSONValue& value, DynamicRange& result) {
+    return coding::readRawValue(reader, value, "DynamicRange", dynamicRangeFromRawValue, result);
 }
 
 void JSONForm<VirtualDisplaySpec>::write(JSONWriter& writer, const VirtualDisplaySpec& spec) {
-    writer.beginObject();
-    writer.key("id");
-    JSONForm<UUID>::write(writer, spec.id);
-    writer.key("name");
-    writer.string(spec.name);
-    if (spec.catalogEntryID) {
-        writer.key("catalogEntryID");
-        writer.string(*spec.catalogEntryID);
-    }
-    writer.key("pixelWidth");
-    writer.integer(spec.pixelWidth);
-    writer.key("pixelHeight");
-    writer.integer(spec.pixelHeight);
-    writer.key("refreshRate");
-    writer.number(spec.refreshRate);
-    writer.key("hiDPI");
-    writer.boolean(spec.hiDPI);
-    writer.key("rotation");
-    writer.integer(spec.rotation);
-    writer.key("dynamicRange");
-    JSONForm<DynamicRange>::write(writer, spec.dynamicRange);
-    if (spec.targetPPIOverride) {
-        writer.key("targetPPIOverride");
-        writer.number(*spec.targetPPIOverride);
-    }
-    writer.endObject();
+    form.write(writer, spec);
 }
 
-std::expected<VirtualDisplaySpec, DecodingError> JSONForm<VirtualDisplaySpec>::read(const JSONValue& value) {
-    KeyedReader reader{value};
-    VirtualDisplaySpec spec;
-    reader.required("id", spec.id);
-    reader.required("name", spec.name);
-    reader.optional("catalogEntryID", spec.catalogEntryID);
-    reader.required("pixelWidth", spec.pixelWidth);
-    reader.required("pixelHeight", spec.pixelHeight);
-    reader.required("refreshRate", spec.refreshRate);
-    reader.required("hiDPI", spec.hiDPI);
-    reader.required("rotation", spec.rotation);
-    reader.required("dynamicRange", spec.dynamicRange);
-    reader.optional("targetPPIOverride", spec.targetPPIOverride);
-    return reader.finish(std::move(spec));
+bool JSONForm<VirtualDisplaySpec>::read(JSONReader& reader, JSONValue& value, VirtualDisplaySpec& result) {
+    return form.read(reader, value, result);
 }
 
 }  // namespace screenweaver

@@ -10,7 +10,7 @@ namespace screenweaver {
 template <>
 struct JSONForm<DynamicRange> {
     static void write(JSONWriter& writer, DynamicRange range) { writer.string(rawValue(range)); }
-    static std::expected<DynamicRange, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, DynamicRange& result);
 };
 
 /// Keys in field order; "catalogEntryID" and "targetPPIOverride" are left out when absent and
@@ -18,7 +18,7 @@ struct JSONForm<DynamicRange> {
 template <>
 struct JSONForm<VirtualDisplaySpec> {
     static void write(JSONWriter& writer, const VirtualDisplaySpec& spec);
-    static std::expected<VirtualDisplaySpec, DecodingError> read(const JSONValue& value);
+    static bool read(JSONReader& reader, JSONValue& value, VirtualDisplaySpec& result);
 };
 
 }  // namespace screenweaver

@@ -27,6 +27,11 @@ TEST(CLIRequest, TwoCaseKeysFailWithInvalidNumberOfKeys) {
                                     "Invalid number of keys found, expected one.");
 }
 
+TEST(CLIRequest, RepeatedCaseKeyReadsItsFirstOccurrence) {
+    EXPECT_EQ(decoded<CLIRequest>(R"({"activate":{"group":"Desk"},"activate":{"group":"Travel"}})"),
+              CLIRequest::activate("Desk"));
+}
+
 TEST(CLIRequest, CaptureWithoutGroupDecodesAndEncodesAsEmptyObject) {
     EXPECT_EQ(decoded<CLIRequest>(R"({"capture":{}})"), CLIRequest::capture(std::nullopt));
     EXPECT_EQ(encoded(CLIRequest::capture(std::nullopt)), R"({"capture":{}})");

@@ -36,6 +36,20 @@ TEST(DisplayRefJSON, ObjectHoldingBothCasesFailsWithInvalidNumberOfKeys) {
         Kind::typeMismatch, "", "Invalid number of keys found, expected one.");
 }
 
+TEST(DisplayRefJSON, RepeatedCaseKeyReadsItsFirstOccurrence) {
+    EXPECT_EQ(decoded<DisplayRef>(R"({"physical":{"colorSyncUUID":"a"},"physical":{"colorSyncUUID":"b"}})"),
+              DisplayRef::physical("a"));
+    // The repeat is not read: its payload may be anything.
+    EXPECT_EQ(decoded<DisplayRef>(R"({"physical":{"colorSyncUUID":"a"},"physical":7})"),
+              DisplayRef::physical("a"));
+}
+
+TEST(DisplayRefJSON, RepeatedCaseKeyBesideAnotherCaseStillFailsWithInvalidNumberOfKeys) {
+    expectDecodingError<DisplayRef>(
+        R"({"physical":{"colorSyncUUID":"a"},"physical":{"colorSyncUUID":"b"},"virtual":{"_0":"x"}})",
+        Kind::typeMismatch, "", "Invalid number of keys found, expected one.");
+}
+
 TEST(DisplayRefJSON, EmptyObjectFailsWithInvalidNumberOfKeys) {
     expectDecodingError<DisplayRef>("{}", Kind::typeMismatch, "",
                                     "Invalid number of keys found, expected one.");
@@ -64,7 +78,7 @@ TEST(DisplayRefJSON, CaseValueThatIsNotAnObjectIsTypeMismatch) {
 }
 
 TEST(DisplayRefJSON, MapIsWrittenAsAlternatingArraySortedByKeyText) {
-    const std::unordered_map<DisplayRef, Point> layout{
+    const DisplayRefMap<Point> layout{
         {DisplayRef::virtualDisplay(sampleID), Point{1920, 0}},
         {DisplayRef::physical("b"), Point{0, -1080.5}},
         {DisplayRef::physical("a"), Point{0, 0}},
@@ -75,7 +89,7 @@ TEST(DisplayRefJSON, MapIsWrittenAsAlternatingArraySortedByKeyText) {
 }
 
 TEST(DisplayRefJSON, MapReadsPairsInAnyOrderAndTheLaterOfTwoEqualKeysWins) {
-    using Layout = std::unordered_map<DisplayRef, Point>;
+    using Layout = DisplayRefMap<Point>;
     const auto layout = decoded<Layout>(
         R"([{"physical":{"colorSyncUUID":"b"}},[1,2],{"physical":{"colorSyncUUID":"a"}},[3,4],)"
         R"({"physical":{"colorSyncUUID":"b"}},[5,6]])");
@@ -84,13 +98,13 @@ TEST(DisplayRefJSON, MapReadsPairsInAnyOrderAndTheLaterOfTwoEqualKeysWins) {
 }
 
 TEST(DisplayRefJSON, MapWithOddNumberOfElementsFails) {
-    expectDecodingError<std::unordered_map<DisplayRef, Point>>(
+    expectDecodingError<DisplayRefMap<Point>>(
         R"([{"physical":{"colorSyncUUID":"a"}}])", Kind::dataCorrupted, "",
         "Expected collection of key-value pairs; encountered odd-length array instead.");
 }
 
 TEST(DisplayRefJSON, SetIsWrittenSortedAndKeepsRepeatedReferenceOnce) {
-    using Refs = std::unordered_set<DisplayRef>;
+    using Refs = DisplayRefSet;
     const auto refs = decoded<Refs>(
         R"([{"physical":{"colorSyncUUID":"b"}},{"physical":{"colorSyncUUID":"a"}},{"physical":{"colorSyncUUID":"b"}}])");
     EXPECT_EQ(refs, (Refs{DisplayRef::physical("a"), DisplayRef::physical("b")}));

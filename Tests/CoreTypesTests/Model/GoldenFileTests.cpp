@@ -50,5 +50,16 @@ TEST(GoldenFile, EveryReplyDecodesAndEncodesBackToTheSameBytes) {
     }
 }
 
+// The documents the coding benchmark measures, which the fuzzers start from as well: the 1,000-group
+// one reads whole here (the fuzzers read their inputs cut short).
+TEST(GoldenFile, BenchmarkDocumentsDecodeAndEncodeBackToTheSameBytes) {
+    for (const std::string name : {"config-1000-groups.json", "config-three-groups.json"}) {
+        const std::string json = fixture("../Fuzz/corpus/ConfigFuzzer/" + name);
+        const auto value = decode<Config>(json);
+        ASSERT_TRUE(value.has_value()) << name << ": " << value.error().description();
+        EXPECT_EQ(testing::encoded(*value), json) << name;
+    }
+}
+
 }  // namespace
 }  // namespace screenweaver

@@ -5,6 +5,7 @@
 #include "CodingTestSupport.hpp"
 #include "CoreTypes/Coding/ISO8601.hpp"
 #include "CoreTypes/Coding/JSONCoding.hpp"
+#include "CoreTypes/Model/GeometryJSON.hpp"
 
 namespace screenweaver {
 namespace {
@@ -38,12 +39,13 @@ TEST(JSONWriter, DoublesReadBackBitForBit) {
     }
 }
 
-// "-0" is an integer literal to the parser, so it reads back as zero: an equal value (equality
-// and hashing treat the two zeros alike) whose sign is lost.
-TEST(JSONWriter, NegativeZeroIsWrittenAsMinusZeroAndReadsBackEqual) {
+TEST(JSONWriter, NegativeZeroIsWrittenAsMinusZeroAndReadsBackBitForBit) {
     EXPECT_EQ(encoded(-0.0), "-0");
-    EXPECT_EQ(decoded<double>("-0"), -0.0);
+    EXPECT_TRUE(std::signbit(decoded<double>("-0")));
     EXPECT_TRUE(std::signbit(decoded<double>("-0.0")));
+    EXPECT_TRUE(std::signbit(decoded<double>("-0e3")));
+    EXPECT_FALSE(std::signbit(decoded<double>("0")));
+    EXPECT_TRUE(std::signbit(decoded<Point>(encoded(Point{1.0, -0.0})).y));
 }
 
 TEST(JSONWriter, RefusesNaNAndInfinities) {

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace screenweaver::coding::text {
+
+/// The characters a number or a literal may be followed by: whitespace and the structural ones.
+inline constexpr std::array<bool, 256> endsAToken = [] {
+    std::array<bool, 256> table{};
+    for (const char character : {' ', '\t', '\n', '\r', ',', ':', '[', ']', '{', '}'}) {
+        table[static_cast<unsigned char>(character)] = true;
+    }
+    return table;
+}();
+
+constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// Every power of ten a double holds exactly.
+inline constexpr std::array<double, 23> exactPowersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                         1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// The first `"` or `\` at or after `text`, which the caller knows is there (the string is
+/// closed). Eight characters at a time: a document's text is padded, so the last word never reads
+/// past its buffer.
+inline const char* quoteOrBackslash(const char* text) {
+    if constexpr (std::endian::native == std::endian::little) {
+        constexpr std::uint64_t ones = 0x0101010101010101ULL;
+        constexpr std::uint64_t highs = 0x8080808080808080ULL;
+        for (;; text += 8) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, text, sizeof word);
+            const std::uint64_t quotes = word ^ (ones * '"');
+            const std::uint64_t backslashes = word ^ (ones * '\\');
+            // A byte's high bit is set where it was zero, and possibly in later bytes (a borrow),
+            // so the lowest one marks the first match.
+            const std::uint64_t found =
+                ((quotes - ones) & ~quotes & highs) | ((backslashes - ones) & ~backslashes & highs);
+            if (found != 0) {
+                return text + std::countr_zero(found) / 8;
+            }
+        }
+    } else {
+        while (*text != '"' && *text != '\\') {
+            ++text;
+        }
+        return text;
+    }
+}
+
+}  // namespace screenweaver::coding::text
