@@ -73,7 +73,7 @@ echo "-- the Debian package"
 package=("$work"/deb/screenweaver_*.deb)
 echo "$(basename "${package[0]}"): $(du -k "${package[0]}" | cut -f1) KiB"
 depends="$(dpkg-deb --field "${package[0]}" Depends)"
-for needed in libc6 libfmt-dev libsimdjson-dev uuid-dev libsystemd-dev pkg-config; do
+for needed in libc6 libfmt-dev libsimdjson-dev libboost1.81-dev uuid-dev libsystemd-dev pkg-config; do
     grep -Eq "(^|, )$needed( |,|$)" <<<"$depends" || { echo "FAIL: Depends lacks $needed: $depends"; exit 1; }
 done
 contents="$(dpkg-deb --contents "${package[0]}" | awk '{print $6}')"

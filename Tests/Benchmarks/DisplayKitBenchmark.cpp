@@ -1,47 +1,17 @@
 // Costs of display arrangement: validating a large arrangement, planning and validating a plan,
 // one change signal, and one snapshot of the simulated window server.
 
-#include <atomic>
 #include <benchmark/benchmark.h>
-#include <cstdlib>
 #include <fstream>
-#include <new>
 #include <string>
 
+#include "AllocationCount.hpp"
 #include "CoreTypes/Clock.hpp"
 #include "DisplayKit/ArrangementPlanner.hpp"
 #include "DisplayKit/ChangeDebouncer.hpp"
 #include "DisplayKit/DisplayProvider.hpp"
 #include "DisplayKit/LayoutValidator.hpp"
 #include "WindowServerSimulator/WindowServerSimulator.hpp"
-
-namespace {
-
-// Every allocation of the process, so that a benchmark can tell whether its loop allocates.
-std::atomic<long> allocations{0};
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
-    }
-    throw std::bad_alloc{};
-}
-
-// The replacement pair allocates with malloc and frees with free; GCC cannot see that they match
-// once the replacement new is inlined.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-#pragma GCC diagnostic pop
 
 namespace screenweaver {
 namespace {
@@ -109,12 +79,13 @@ void changeSignal(benchmark::State& state) {
                               ContinuousClock::shared()};
     debouncer.signal();
     const long threadsBefore = threadCount();
-    const long allocationsBefore = allocations.load();
+    const long allocationsBefore = benchmarks::allocationCount();
     for (auto _ : state) {
         debouncer.signal();
     }
     state.counters["allocationsPerCall"] =
-        static_cast<double>(allocations.load() - allocationsBefore) / static_cast<double>(state.iterations());
+        static_cast<double>(benchmarks::allocationCount() - allocationsBefore) /
+        static_cast<double>(state.iterations());
     state.counters["threadsAdded"] = static_cast<double>(threadCount() - threadsBefore);
 }
 BENCHMARK(changeSignal);
