@@ -438,7 +438,10 @@ bool JSONReader::readCase(JSONValue& value, const std::array<coding::JSONKey, Co
     if (seen == 0 || (seen & (seen - 1)) != 0) {
         return fail(DecodingError::invalidNumberOfCaseKeys());
     }
-    return read || fail(std::move(*failure));
+    if (!read && failure) {
+        return fail(std::move(*failure));
+    }
+    return read;
 }
 
 }  // namespace screenweaver

@@ -103,7 +103,10 @@ public:
                 return reader.fail(DecodingError::keyNotFound(keys_[index].text()));
             }
         }
-        return read || reader.fail(std::move(*failure));
+        if (!read && failure) {
+            return reader.fail(std::move(*failure));
+        }
+        return read;
     }
 
 private:
