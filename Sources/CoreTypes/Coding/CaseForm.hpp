@@ -33,7 +33,7 @@ public:
     void write(JSONWriter& writer, const Enum& value) const {
         writer.beginObject();
         writer.key(names_[value.value.index()]);
-        std::visit([&](const auto& payload) { formFor(payload).write(writer, payload); }, value.value);
+        writeCase(writer, value, std::index_sequence_for<Forms...>{});
         writer.endObject();
     }
 
@@ -51,18 +51,11 @@ private:
         return {JSONKey{names[Index]}...};
     }
 
-    template <class Payload>
-    const auto& formFor(const Payload&) const {
-        return std::get<indexOf<Payload>()>(forms_);
-    }
-
-    template <class Payload, std::size_t Index = 0>
-    static constexpr std::size_t indexOf() {
-        if constexpr (std::is_same_v<std::variant_alternative_t<Index, decltype(Enum::value)>, Payload>) {
-            return Index;
-        } else {
-            return indexOf<Payload, Index + 1>();
-        }
+    template <std::size_t... Index>
+    void writeCase(JSONWriter& writer, const Enum& value, std::index_sequence<Index...>) const {
+        (void)((value.value.index() == Index &&
+                (std::get<Index>(forms_).write(writer, std::get<Index>(value.value)), true)) ||
+               ...);
     }
 
     template <std::size_t... Index>

@@ -39,6 +39,7 @@ template <class T>
 std::expected<T, DecodingError> decode(std::string_view json) {
     coding::JSONDocument document;
     T value{};
+    // The document's one value, at its first token.
     JSONValue root;
     const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, value);
     if (auto closed = document.close(read); !closed) {

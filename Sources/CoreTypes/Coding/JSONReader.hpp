@@ -85,9 +85,6 @@ public:
     /// The error recorded last, taken out.
     DecodingError takeError() { return std::move(error_); }
 
-    /// The document's one value.
-    [[nodiscard]] JSONValue root() const { return {0}; }
-
     /// Whether every token has been read.
     [[nodiscard]] bool atEnd() const { return position_ == tokens_.count; }
 
@@ -160,9 +157,9 @@ private:
     // The literal `literal` (`true`, `false`, `null`) at `text`.
     [[nodiscard]] bool isLiteral(const char* text, std::string_view literal) const;
 
-    // The failure of a typed read of `value` (which is `expected` to be of the JSON kind starting
-    // with one of `kind`): a wrong kind of value is a type mismatch, or value-not-found for null,
-    // and is passed over; a value of the right kind that still did not read is malformed.
+    // The failure of reading `value` as the type a coder calls `expected` when it is another kind
+    // of value: a type mismatch, or value-not-found for null; the value is checked and passed over.
+    // A value that is no kind of value at all is malformed.
     bool wrongKind(JSONValue& value, std::string_view expected);
 
     // Opens a container; one more level of nesting, which `leave` gives back.

@@ -85,14 +85,14 @@ public:
     /// the list is reported: a missing required key or a value that does not read.
     template <class Record>
     bool read(JSONReader& reader, JSONValue& value, Record& record) const {
+        static constexpr auto readers = memberReaders<Record>(std::index_sequence_for<Members...>{});
         std::uint64_t seen = 0;
         std::size_t failedIndex = 0;
         std::optional<DecodingError> failure;
         const bool read = reader.readMembers(
             value, keys_, seen,
             [&](std::size_t index, JSONValue& member) {
-                return memberReaders<Record>(std::index_sequence_for<Members...>{})[index](reader, member,
-                                                                                           record, members_);
+                return readers[index](reader, member, record, members_);
             },
             failedIndex, failure);
         if (reader.malformed() || (!read && failedIndex == sizeof...(Members))) {
