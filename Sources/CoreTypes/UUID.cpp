@@ -1,5 +1,6 @@
 #include "CoreTypes/UUID.hpp"
 
+#include <bit>
 #include <cstring>
 #include <uuid/uuid.h>
 
@@ -46,33 +47,40 @@ std::uint64_t characters(const char* text, std::size_t count) {
 }  // namespace
 
 std::optional<UUID> UUID::parse(std::string_view text) {
+    UUID result;
+    if (!parse(text, result)) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+bool UUID::parse(std::string_view text, UUID& result) {
     constexpr std::size_t canonicalLength = 36;
     if (text.size() != canonicalLength || text[8] != '-' || text[13] != '-' || text[18] != '-' ||
         text[23] != '-') {
-        return std::nullopt;
+        return false;
     }
     // Converted here rather than by libuuid: documents hold thousands of UUIDs. The 32 digits
     // stand in four runs of eight once the hyphens are taken out.
     const char* characterAt = text.data();
-    const std::array<std::uint64_t, 4> runs{
-        characters(characterAt, 8),
-        characters(characterAt + 9, 4) | characters(characterAt + 14, 4) << 32U,
-        characters(characterAt + 19, 4) | characters(characterAt + 24, 4) << 32U,
-        characters(characterAt + 28, 8),
-    };
-    std::array<std::uint32_t, 4> decoded{};
-    for (std::size_t run = 0; run < runs.size(); ++run) {
-        const auto bytes = decodeEightDigits(runs[run]);
-        if (!bytes) {
-            return std::nullopt;
-        }
-        decoded[run] = *bytes;
+    const auto first = decodeEightDigits(characters(characterAt, 8));
+    const auto second =
+        decodeEightDigits(characters(characterAt + 9, 4) | characters(characterAt + 14, 4) << 32U);
+    const auto third =
+        decodeEightDigits(characters(characterAt + 19, 4) | characters(characterAt + 24, 4) << 32U);
+    const auto fourth = decodeEightDigits(characters(characterAt + 28, 8));
+    if (!first || !second || !third || !fourth) {
+        return false;
     }
-    Bytes bytes{};
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-        bytes[index] = static_cast<std::uint8_t>(decoded[index / 4] >> (8 * (index % 4)));
+    // The sixteen bytes as two words in memory order, put together in registers: bytes stored
+    // piecemeal and then read back as a whole would wait for every store to land.
+    std::array<std::uint64_t, 2> words{*first | std::uint64_t{*second} << 32U,
+                                       *third | std::uint64_t{*fourth} << 32U};
+    if constexpr (std::endian::native == std::endian::big) {
+        words = {std::byteswap(words[0]), std::byteswap(words[1])};
     }
-    return UUID{bytes};
+    result.bytes_ = std::bit_cast<Bytes>(words);
+    return true;
 }
 
 UUID UUID::random() {

@@ -23,6 +23,9 @@ public:
     /// hexadecimal digits of either case everywhere else. Anything else (braces, blanks, missing
     /// hyphens, another length) gives nothing.
     static std::optional<UUID> parse(std::string_view text);
+    /// `parse` into `result`, left as it was when `text` is not a UUID: for readers of many UUIDs,
+    /// which write each where it belongs.
+    static bool parse(std::string_view text, UUID& result);
 
     /// A new random (version 4) UUID from the system's random source.
     static UUID random();

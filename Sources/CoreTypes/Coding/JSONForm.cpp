@@ -34,8 +34,7 @@ bool JSONForm<UUID>::read(JSONReader& reader, JSONValue& value, UUID& result) {
     if (!reader.string(value, text)) {
         return false;
     }
-    if (const auto id = UUID::parse(text)) {
-        result = *id;
+    if (UUID::parse(text, result)) {
         return true;
     }
     return reader.fail(DecodingError::dataCorrupted("Attempted to decode UUID from invalid UUID string."));
