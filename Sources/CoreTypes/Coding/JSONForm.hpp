@@ -95,21 +95,11 @@ struct JSONForm<std::vector<Element>> {
     static bool read(JSONReader& reader, JSONValue& value, std::vector<Element>& result) {
         coding::ReadBuffer<Element> elements;
         std::size_t count = 0;
-        const bool read = reader.readArray(
-            value,
-            [&](JSONValue& element) {
-                Element next{};
-                if (!reader.read(element, next)) {
-                    return false;
-                }
-                elements.push(std::move(next));
-                return true;
-            },
-            count);
-        if (read) {
-            elements.moveInto(result);
+        if (!elements.read(reader, value, count)) {
+            return false;
         }
-        return read;
+        elements.moveInto(result);
+        return true;
     }
 };
 

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "CoreTypes/Coding/JSONReader.hpp"
+
 namespace screenweaver::coding {
 
 /// The elements of one array being read. An array's length is known only at its end, so its
@@ -22,8 +24,25 @@ public:
         elements_.erase(elements_.begin() + static_cast<std::ptrdiff_t>(base_), elements_.end());
     }
 
-    /// Keeps `element`, the next one of the array. (Read into a value of the caller's first: an
-    /// element that holds arrays of its own type would stack them in this buffer while it is read.)
+    /// Reads the elements of the array `value` into the buffer, as `JSONReader::readArray` does;
+    /// `count` is their number.
+    bool read(JSONReader& reader, JSONValue& value, std::size_t& count) {
+        return reader.readArray(
+            value,
+            [&](JSONValue& element) {
+                // Read into a value of its own first: an element that holds arrays of its own type
+                // would stack them in this buffer while it is read.
+                Element next{};
+                if (!reader.read(element, next)) {
+                    return false;
+                }
+                push(std::move(next));
+                return true;
+            },
+            count);
+    }
+
+    /// Keeps `element`, the next one of the array.
     void push(Element&& element) { elements_.push_back(std::move(element)); }
 
     /// Moves the elements kept into `sequence`, which is empty, in one allocation.

@@ -114,18 +114,7 @@ struct JSONForm<boost::container::flat_set<Element, Order>> {
     static bool read(JSONReader& reader, JSONValue& value, Set& set) {
         coding::ReadBuffer<Element> elements;
         std::size_t count = 0;
-        const bool read = reader.readArray(
-            value,
-            [&](JSONValue& element) {
-                Element next{};
-                if (!reader.read(element, next)) {
-                    return false;
-                }
-                elements.push(std::move(next));
-                return true;
-            },
-            count);
-        if (!read) {
+        if (!elements.read(reader, value, count)) {
             return false;
         }
         typename Set::sequence_type sequence;
