@@ -15,6 +15,18 @@ namespace {
 
 using coding::text::isDigit;
 
+// The parser's unescaping of the string whose first character is at `source`, into `target`; the
+// end of what it wrote, or null for an invalid escape. simdjson 3.2 gave the call a third
+// parameter, whether a lone surrogate may become U+FFFD; never, as before it.
+template <class Parser>
+std::uint8_t* unescape(const Parser& parser, const std::uint8_t* source, std::uint8_t* target) {
+    if constexpr (requires { parser.parse_string(source, target); }) {
+        return parser.parse_string(source, target);
+    } else {
+        return parser.parse_string(source, target, false);
+    }
+}
+
 DecodingError doesNotFit(std::string_view number, std::string_view type) {
     return DecodingError::dataCorrupted(
         fmt::format("Parsed JSON number <{}> does not fit in {}.", number, type));
@@ -141,7 +153,7 @@ bool JSONReader::unescapedStringToken(const char* start, std::string_view& text)
     // Undone, and checked, by the parser that found the tokens.
     auto* unescaped = reinterpret_cast<std::uint8_t*>(tokens_.unescaped);
     const std::uint8_t* end =
-        tokens_.parser->parse_string(reinterpret_cast<const std::uint8_t*>(start), unescaped);
+        unescape(*tokens_.parser, reinterpret_cast<const std::uint8_t*>(start), unescaped);
     if (end == nullptr) {
         return markMalformed();
     }
