@@ -11,20 +11,17 @@ namespace screenweaver {
 namespace {
 
 // Eight hexadecimal digits of either case, first one lowest, as the four bytes they spell, first
-// one lowest; nothing if any of them is not such a digit. A byte at a time in parallel within one
-// word: a byte of 0x80 or more, or one outside the three ranges of digits, leaves its high bit
-// clear in `valid`.
-std::optional<std::uint32_t> decodeEightDigits(std::uint64_t word) {
+// one lowest. A byte at a time in parallel within one word: a byte of 0x80 or more, or one
+// outside the three ranges of digits, leaves its high bit clear in what is added to `valid`,
+// which the caller compares once for all the digits of a UUID.
+inline std::uint32_t decodeEightDigits(std::uint64_t word, std::uint64_t& valid) {
     constexpr std::uint64_t ones = 0x0101010101010101ULL;
     constexpr std::uint64_t highs = ones * 0x80;
     const auto atLeast = [word](std::uint64_t lowest) { return word + ones * (0x80 - lowest); };
     const std::uint64_t digits = atLeast('0') & ~atLeast('9' + 1);
     const std::uint64_t upper = atLeast('A') & ~atLeast('F' + 1);
     const std::uint64_t lower = atLeast('a') & ~atLeast('f' + 1);
-    const std::uint64_t valid = (digits | upper | lower) & ~word & highs;
-    if (valid != highs) {
-        return std::nullopt;
-    }
+    valid &= (digits | upper | lower) & ~word & highs;
     // '0'-'9' keep their low four bits; a letter has bit 6 set and gets 9 more.
     const std::uint64_t values = (word & (ones * 0x0F)) + ((word >> 6U) & ones) * 9;
     // Each pair of digits into one byte, in the low byte of its 16-bit lane, then the four lanes'
@@ -35,11 +32,14 @@ std::optional<std::uint32_t> decodeEightDigits(std::uint64_t word) {
     return static_cast<std::uint32_t>(halves | (halves >> 16U));
 }
 
-// `count` characters of `text` as the low bytes of a word, first character lowest.
-std::uint64_t characters(const char* text, std::size_t count) {
-    std::uint64_t word = 0;
-    for (std::size_t index = 0; index < count; ++index) {
-        word |= std::uint64_t{static_cast<unsigned char>(text[index])} << (8 * index);
+// The `Word`-sized run of characters at `text` as the low bytes of a word, first character
+// lowest: one load.
+template <class Word>
+std::uint64_t characters(const char* text) {
+    Word word = 0;
+    std::memcpy(&word, text, sizeof word);
+    if constexpr (std::endian::native == std::endian::big) {
+        word = std::byteswap(word);
     }
     return word;
 }
@@ -63,19 +63,23 @@ bool UUID::parse(std::string_view text, UUID& result) {
     // Converted here rather than by libuuid: documents hold thousands of UUIDs. The 32 digits
     // stand in four runs of eight once the hyphens are taken out.
     const char* characterAt = text.data();
-    const auto first = decodeEightDigits(characters(characterAt, 8));
-    const auto second =
-        decodeEightDigits(characters(characterAt + 9, 4) | characters(characterAt + 14, 4) << 32U);
-    const auto third =
-        decodeEightDigits(characters(characterAt + 19, 4) | characters(characterAt + 24, 4) << 32U);
-    const auto fourth = decodeEightDigits(characters(characterAt + 28, 8));
-    if (!first || !second || !third || !fourth) {
+    constexpr std::uint64_t highs = 0x8080808080808080ULL;
+    std::uint64_t valid = highs;
+    const std::uint32_t first = decodeEightDigits(characters<std::uint64_t>(characterAt), valid);
+    const std::uint32_t second = decodeEightDigits(
+        characters<std::uint32_t>(characterAt + 9) | characters<std::uint32_t>(characterAt + 14) << 32U,
+        valid);
+    const std::uint32_t third = decodeEightDigits(
+        characters<std::uint32_t>(characterAt + 19) | characters<std::uint32_t>(characterAt + 24) << 32U,
+        valid);
+    const std::uint32_t fourth = decodeEightDigits(characters<std::uint64_t>(characterAt + 28), valid);
+    if (valid != highs) {
         return false;
     }
     // The sixteen bytes as two words in memory order, put together in registers: bytes stored
     // piecemeal and then read back as a whole would wait for every store to land.
-    std::array<std::uint64_t, 2> words{*first | std::uint64_t{*second} << 32U,
-                                       *third | std::uint64_t{*fourth} << 32U};
+    std::array<std::uint64_t, 2> words{first | std::uint64_t{second} << 32U,
+                                       third | std::uint64_t{fourth} << 32U};
     if constexpr (std::endian::native == std::endian::big) {
         words = {std::byteswap(words[0]), std::byteswap(words[1])};
     }

@@ -42,19 +42,31 @@ struct ThreadParser {
 
 bool JSONDocument::open(std::string_view json) {
     thread_local ThreadParser thread;
-    if (!thread.reserve(json.size())) {
+    if (json.empty() || !thread.reserve(json.size())) {
         return reader_.markMalformed();
     }
-    std::memcpy(thread.text.data(), json.data(), json.size());
-    // What a longer text left behind must not read as more of this one.
-    std::memset(thread.text.data() + json.size(), 0, simdjson::SIMDJSON_PADDING);
-    if (thread.parser->stage1(reinterpret_cast<const std::uint8_t*>(thread.text.data()), json.size(),
+    // The first stage reads the text where it stands: it reads whole blocks only while a whole block
+    // is left, and copies the last part of one itself.
+    if (thread.parser->stage1(reinterpret_cast<const std::uint8_t*>(json.data()), json.size(),
                               simdjson::stage1_mode::regular) != simdjson::SUCCESS) {
         return reader_.markMalformed();
     }
-    reader_ = JSONReader{JSONTokens{thread.text.data(), thread.parser->structural_indexes.get(),
-                                    thread.parser->n_structural_indexes, thread.parser.get(),
-                                    thread.unescaped.data()}};
+    const std::uint32_t* positions = thread.parser->structural_indexes.get();
+    const std::uint32_t count = thread.parser->n_structural_indexes;
+    // The last token at least the margin away from the end, if there is one, begins the copy.
+    std::uint32_t tailToken = 0;
+    if (json.size() > JSONTokens::tailMargin) {
+        const auto latest = static_cast<std::uint32_t>(json.size() - JSONTokens::tailMargin);
+        const auto after =
+            static_cast<std::uint32_t>(std::upper_bound(positions, positions + count, latest) - positions);
+        tailToken = after > 0 ? after - 1 : 0;
+    }
+    const std::size_t tailLength = json.size() - positions[tailToken];
+    std::memcpy(thread.text.data(), json.data() + positions[tailToken], tailLength);
+    // What a longer text left behind must not read as more of this one.
+    std::memset(thread.text.data() + tailLength, 0, simdjson::SIMDJSON_PADDING);
+    reader_ = JSONReader{JSONTokens{json.data(), positions, count, tailToken, thread.text.data(),
+                                    thread.parser.get(), thread.unescaped.data()}};
     return true;
 }
 

@@ -10,9 +10,10 @@ namespace screenweaver {
 
 namespace coding {
 
-/// One JSON text being read on this thread, from `open` to `close`. The text is copied, padded,
-/// into a buffer of this thread's, which the parser's first stage splits into tokens for the
-/// reader.
+/// One JSON text being read on this thread, from `open` to `close`. The parser's first stage
+/// splits the text into tokens for the reader where it stands; only its last part is copied,
+/// padded, into a buffer of this thread's (see `JSONTokens`). The text must stay as it is until
+/// `close`.
 class JSONDocument {
 public:
     /// Splits `json` into tokens; false when that already shows it is not JSON (invalid UTF-8, an

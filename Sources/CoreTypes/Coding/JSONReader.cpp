@@ -34,10 +34,6 @@ DecodingError doesNotFit(std::string_view number, std::string_view type) {
 
 }  // namespace
 
-bool JSONReader::isLiteral(const char* text, std::string_view literal) const {
-    return std::memcmp(text, literal.data(), literal.size()) == 0 && tokenEndsAt(text + literal.size());
-}
-
 bool JSONReader::wrongKind(JSONValue& value, std::string_view expected) {
     std::string_view found;
     switch (next()) {
@@ -73,7 +69,7 @@ bool JSONReader::wrongKind(JSONValue& value, std::string_view expected) {
 bool JSONReader::skip(JSONValue& value) {
     switch (next()) {
         case '{': {
-            if (!enter('{', {}, value)) {
+            if (!enter('{', '}', {}, value)) {
                 return false;
             }
             if (take('}')) {
@@ -94,7 +90,7 @@ bool JSONReader::skip(JSONValue& value) {
             return true;
         }
         case '[': {
-            if (!enter('[', {}, value)) {
+            if (!enter('[', ']', {}, value)) {
                 return false;
             }
             if (take(']')) {
@@ -142,7 +138,7 @@ bool JSONReader::boolean(JSONValue& value, bool& result) {
         return wrongKind(value, "Bool");
     }
     result = first == 't';
-    if (!isLiteral(nextText(), result ? "true" : "false")) {
+    if (!(result ? isLiteral(nextText(), "true") : isLiteral(nextText(), "false"))) {
         return markMalformed();
     }
     ++position_;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -30,16 +31,35 @@ struct JSONValue {
 /// them: every `{`, `}`, `[`, `]`, `:` and `,` outside strings, and the first character of every
 /// string, number and literal. The first stage has already checked the UTF-8, that every string
 /// is closed and that no string holds a raw control character; everything else is the reader's.
+///
+/// The reader reads a little past the token it stands at (keys a machine word at a time, up to
+/// `readableAhead` characters), which only the end of a text has no room for. So the text is
+/// read where it stands up to a token at least `tailMargin` characters before its end, and from
+/// that token on in a copy followed by zero bytes.
 struct JSONTokens {
-    /// The text, followed by zero bytes of padding.
+    /// How far past the start of any token the reader may read.
+    static constexpr std::uint32_t readableAhead = 64;
+    /// How close to the end of the text the tail copy begins at the latest.
+    static constexpr std::uint32_t tailMargin = 2 * readableAhead;
+
+    /// The text, where it stands.
     const char* text = nullptr;
     /// `count` positions in `text`, then one more: the text's length.
     const std::uint32_t* positions = nullptr;
     std::uint32_t count = 0;
+    /// The first token read from `tail`...
+    std::uint32_t tailToken = 0;
+    /// ...a copy of the text from that token's position on, followed by zero bytes.
+    const char* tail = nullptr;
     /// The parser that found the tokens, which also undoes the escapes of strings...
     const simdjson::internal::dom_parser_implementation* parser = nullptr;
     /// ...into this buffer, as long as the text and its padding.
     char* unescaped = nullptr;
+
+    /// The characters of the text from the start of `token` on.
+    [[nodiscard, gnu::always_inline]] const char* at(std::uint32_t token) const {
+        return token < tailToken ? text + positions[token] : tail + (positions[token] - positions[tailToken]);
+    }
 };
 
 /// The reading of one document: a parser's second stage that builds typed values instead of a
@@ -59,8 +79,9 @@ struct JSONTokens {
 /// order of the text.
 class JSONReader {
 public:
-    /// The deepest nesting of objects and arrays that is still JSON: the parser refuses deeper
-    /// documents.
+    /// The deepest nesting of objects and arrays that is still JSON, counted as the parser counts
+    /// it: an empty object or array adds no level of its own, so 1023 levels of containers that
+    /// hold something can have an empty one innermost. The parser refuses deeper documents.
     static constexpr std::size_t maximumDepth = 1024;
 
     /// A reader of nothing: a document whose text turned out not to be JSON before reading began.
@@ -87,6 +108,29 @@ public:
 
     /// Whether every token has been read.
     [[nodiscard]] bool atEnd() const { return position_ == tokens_.count; }
+
+    /// The characters of the document from the next token on, for a form that recognises the
+    /// writer's own spelling of a value of `tokens` tokens by its characters: at least
+    /// `JSONTokens::readableAhead` of them are readable, and every string that starts within the
+    /// `tokens` tokens can be read to its closing quote and a word past it. Null, for the value to
+    /// be read the ordinary way, when the next `tokens` tokens span the end of what is read where
+    /// it stands.
+    [[nodiscard]] const char* upcomingText(std::uint32_t tokens) const {
+        const bool inOnePiece = position_ >= tokens_.tailToken || position_ + tokens < tokens_.tailToken;
+        return inOnePiece ? nextText() : nullptr;
+    }
+
+    /// Passes over the next `tokens` tokens, which the caller recognised by their characters as
+    /// one whole value of `levels` nested containers that hold something; false, passing nothing, where the
+    /// nesting would go deeper than JSON allows (the value then has to be read the ordinary way, which says
+    /// so).
+    bool passRecognised(std::uint32_t tokens, std::size_t levels) {
+        if (depth_ + levels >= maximumDepth) {
+            return false;
+        }
+        position_ += tokens;
+        return true;
+    }
 
     /// Reads `value` as a `T` into `result`.
     template <class T>
@@ -137,8 +181,9 @@ public:
 
 private:
     // The first character of the next token; a zero byte past the last one.
-    [[nodiscard]] char next() const { return tokens_.text[tokens_.positions[position_]]; }
-    [[nodiscard]] const char* nextText() const { return tokens_.text + tokens_.positions[position_]; }
+    // Inlined always: every read starts with a look at the next token.
+    [[nodiscard, gnu::always_inline]] char next() const { return *nextText(); }
+    [[nodiscard, gnu::always_inline]] const char* nextText() const { return tokens_.at(position_); }
     // Takes the next token if it is `character`.
     bool take(char character) {
         if (next() != character) {
@@ -152,10 +197,12 @@ private:
     // end of the text follows.
     [[nodiscard]] bool tokenEndsAt(const char* text) const {
         return coding::text::endsAToken[static_cast<unsigned char>(*text)] ||
-               text == tokens_.text + tokens_.positions[tokens_.count];
+               text == tokens_.at(tokens_.count);
     }
     // The literal `literal` (`true`, `false`, `null`) at `text`.
-    [[nodiscard]] bool isLiteral(const char* text, std::string_view literal) const;
+    [[nodiscard]] bool isLiteral(const char* text, std::string_view literal) const {
+        return std::memcmp(text, literal.data(), literal.size()) == 0 && tokenEndsAt(text + literal.size());
+    }
 
     // The failure of reading `value` as the type a coder calls `expected` when it is another kind
     // of value: a type mismatch, or value-not-found for null; the value is checked and passed over.
@@ -163,14 +210,14 @@ private:
     bool wrongKind(JSONValue& value, std::string_view expected);
 
     // Opens a container; one more level of nesting, which `leave` gives back.
-    bool enter(char open, std::string_view expected, JSONValue& value) {
+    bool enter(char open, char close, std::string_view expected, JSONValue& value) {
         if (next() != open) {
             return wrongKind(value, expected);
         }
-        if (++depth_ > maximumDepth) {
+        ++position_;
+        if (++depth_ >= maximumDepth && next() != close) {
             return markMalformed();
         }
-        ++position_;
         return true;
     }
     void leave() { --depth_; }
@@ -310,7 +357,7 @@ inline bool JSONReader::number(JSONValue& value, double& result) {
 template <class ReadElement>
 bool JSONReader::readArray(JSONValue& value, ReadElement readElement, std::size_t& count) {
     count = 0;
-    if (!enter('[', "Array<Any>", value)) {
+    if (!enter('[', ']', "Array<Any>", value)) {
         return false;
     }
     if (take(']')) {
@@ -371,7 +418,7 @@ bool JSONReader::readMembers(JSONValue& value, const std::array<coding::JSONKey,
                              std::optional<DecodingError>& failure) {
     static_assert(Count <= 64, "one bit per key");
     failedIndex = Count;
-    if (!enter('{', "Dictionary<String, Any>", value)) {
+    if (!enter('{', '}', "Dictionary<String, Any>", value)) {
         return false;
     }
     if (take('}')) {

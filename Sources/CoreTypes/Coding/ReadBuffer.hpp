@@ -10,40 +10,31 @@
 namespace screenweaver::coding {
 
 /// The elements of one array being read. An array's length is known only at its end, so its
-/// elements wait in a buffer of this thread's, one a type, and then move into storage allocated
-/// once at their number. Arrays within arrays stack in the same buffer, each from where the one
-/// around it stands. The buffer keeps its capacity, so once a thread has read a document, reading
-/// another of its size allocates nothing but the value it builds.
+/// elements are read straight into a buffer of this thread's, one a type, and then move into
+/// storage allocated once at their number. The buffer keeps its capacity, so once a thread has read
+/// a document, reading another of its size allocates nothing but the value it builds. An array of
+/// a type read within an element of the same type (a tree) gets a buffer of its own: the element
+/// being read sits in the thread's buffer, which must not move under it.
 template <class Element>
 class ReadBuffer {
 public:
-    ReadBuffer() : elements_(threadBuffer()), base_(elements_.size()) {}
+    ReadBuffer() : elements_(openCount()++ == 0 ? threadBuffer() : own_), base_(elements_.size()) {}
     ReadBuffer(const ReadBuffer&) = delete;
     ReadBuffer& operator=(const ReadBuffer&) = delete;
     ~ReadBuffer() {
         elements_.erase(elements_.begin() + static_cast<std::ptrdiff_t>(base_), elements_.end());
+        --openCount();
     }
 
     /// Reads the elements of the array `value` into the buffer, as `JSONReader::readArray` does;
     /// `count` is their number.
     bool read(JSONReader& reader, JSONValue& value, std::size_t& count) {
         return reader.readArray(
-            value,
-            [&](JSONValue& element) {
-                // Read into a value of its own first: an element that holds arrays of its own type
-                // would stack them in this buffer while it is read.
-                Element next{};
-                if (!reader.read(element, next)) {
-                    return false;
-                }
-                push(std::move(next));
-                return true;
-            },
-            count);
+            value, [&](JSONValue& element) { return reader.read(element, next()); }, count);
     }
 
-    /// Keeps `element`, the next one of the array.
-    void push(Element&& element) { elements_.push_back(std::move(element)); }
+    /// A new element at the end, for the next one of the array to be read into.
+    Element& next() { return elements_.emplace_back(); }
 
     /// Moves the elements kept into `sequence`, which is empty, in one allocation.
     template <class Sequence>
@@ -59,7 +50,13 @@ private:
         thread_local std::vector<Element> elements;
         return elements;
     }
+    // The buffers of this type open on this thread.
+    static std::size_t& openCount() {
+        thread_local std::size_t count = 0;
+        return count;
+    }
 
+    std::vector<Element> own_;
     std::vector<Element>& elements_;
     // Where this array's elements begin.
     std::size_t base_;

@@ -59,20 +59,16 @@ struct JSONForm<boost::container::flat_map<Key, Value, Order>> {
 
     static bool read(JSONReader& reader, JSONValue& value, Map& map) {
         coding::ReadBuffer<std::pair<Key, Value>> entries;
-        std::pair<Key, Value> entry{};
+        std::pair<Key, Value>* entry = nullptr;
         std::size_t count = 0;
         const bool read = reader.readArray(
             value,
             [&](JSONValue& element) {
                 if (count % 2 == 0) {
-                    entry = {};
-                    return reader.read(element, entry.first);
+                    entry = &entries.next();
+                    return reader.read(element, entry->first);
                 }
-                if (!reader.read(element, entry.second)) {
-                    return false;
-                }
-                entries.push(std::move(entry));
-                return true;
+                return reader.read(element, entry->second);
             },
             count);
         if (reader.malformed()) {

@@ -30,6 +30,33 @@ TEST(DisplayRefJSON, ReadsBothCases) {
               DisplayRef::physical("1552-4-0"));
 }
 
+TEST(DisplayRefJSON, ReadsTheWritersSpellingAndAnyOtherAlike) {
+    for (const DisplayRef& ref : {DisplayRef::virtualDisplay(sampleID), DisplayRef::physical("1552-4-0"),
+                                  DisplayRef::physical(""), DisplayRef::physical("a\"b\\c")}) {
+        const std::string written = encoded(ref);
+        std::string spaced;
+        for (const char character : written) {
+            spaced += character;
+            spaced += character == ':' || character == '{' ? " " : "";
+        }
+        EXPECT_EQ(decoded<DisplayRef>(written), ref) << written;
+        EXPECT_EQ(decoded<DisplayRef>(spaced), ref) << spaced;
+    }
+}
+
+TEST(DisplayRefJSON, WritersSpellingWithAnInvalidUUIDFailsAsAnyOther) {
+    expectDecodingError<DisplayRef>(R"({"virtual":{"_0":"12345678-9ABC-DEF0-1234-56789ABCDEFG"}})",
+                                    Kind::dataCorrupted, "virtual._0",
+                                    "Attempted to decode UUID from invalid UUID string.");
+}
+
+TEST(DisplayRefJSON, ReferenceThatOnlyBeginsLikeTheWritersSpellingIsReadWhole) {
+    EXPECT_EQ(decoded<DisplayRef>(R"({"virtual":{"_0":"12345678-9ABC-DEF0-1234-56789ABCDEF0","_0":1}})"),
+              DisplayRef::virtualDisplay(sampleID));
+    expectDecodingError<DisplayRef>(R"({"physical":{"colorSyncUUID":"a","colorSyncUUID":[}})",
+                                    Kind::dataCorrupted, "", "The given data was not valid JSON.");
+}
+
 TEST(DisplayRefJSON, ObjectHoldingBothCasesFailsWithInvalidNumberOfKeys) {
     expectDecodingError<DisplayRef>(
         R"({"virtual":{"_0":"12345678-9ABC-DEF0-1234-56789ABCDEF0"},"physical":{"colorSyncUUID":"a"}})",
