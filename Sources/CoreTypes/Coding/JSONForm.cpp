@@ -6,24 +6,6 @@
 
 namespace screenweaver {
 
-bool JSONForm<std::uint32_t>::read(JSONReader& reader, JSONValue& value, std::uint32_t& result) {
-    std::int64_t number = 0;
-    if (!reader.integer(value, "UInt32", 0, std::numeric_limits<std::uint32_t>::max(), number)) {
-        return false;
-    }
-    result = static_cast<std::uint32_t>(number);
-    return true;
-}
-
-bool JSONForm<std::string>::read(JSONReader& reader, JSONValue& value, std::string& result) {
-    std::string_view text;
-    if (!reader.string(value, text)) {
-        return false;
-    }
-    result.assign(text);
-    return true;
-}
-
 void JSONForm<UUID>::write(JSONWriter& writer, const UUID& value) {
     const auto text = value.canonicalCharacters();
     writer.string(std::string_view{text.data(), text.size()});

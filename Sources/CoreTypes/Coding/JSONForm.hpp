@@ -48,7 +48,14 @@ struct JSONForm<std::int64_t> {
 template <>
 struct JSONForm<std::uint32_t> {
     static void write(JSONWriter& writer, std::uint32_t value) { writer.unsignedInteger(value); }
-    static bool read(JSONReader& reader, JSONValue& value, std::uint32_t& result);
+    static bool read(JSONReader& reader, JSONValue& value, std::uint32_t& result) {
+        std::int64_t number = 0;
+        if (!reader.integer(value, "UInt32", 0, std::numeric_limits<std::uint32_t>::max(), number)) {
+            return false;
+        }
+        result = static_cast<std::uint32_t>(number);
+        return true;
+    }
 };
 
 /// A double: any number; `-0` reads back as negative zero.
@@ -63,7 +70,14 @@ struct JSONForm<double> {
 template <>
 struct JSONForm<std::string> {
     static void write(JSONWriter& writer, const std::string& value) { writer.string(value); }
-    static bool read(JSONReader& reader, JSONValue& value, std::string& result);
+    static bool read(JSONReader& reader, JSONValue& value, std::string& result) {
+        std::string_view text;
+        if (!reader.string(value, text)) {
+            return false;
+        }
+        result.assign(text);
+        return true;
+    }
 };
 
 /// The canonical text; either letter case reads.

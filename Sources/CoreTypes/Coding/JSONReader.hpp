@@ -181,11 +181,11 @@ public:
 
 private:
     // The first character of the next token; a zero byte past the last one.
-    // Inlined always: every read starts with a look at the next token.
+    // The steps every read takes are inlined always.
     [[nodiscard, gnu::always_inline]] char next() const { return *nextText(); }
     [[nodiscard, gnu::always_inline]] const char* nextText() const { return tokens_.at(position_); }
     // Takes the next token if it is `character`.
-    bool take(char character) {
+    [[gnu::always_inline]] bool take(char character) {
         if (next() != character) {
             return false;
         }
@@ -222,7 +222,7 @@ private:
     }
     void leave() { --depth_; }
     // After a member or an element: a comma (true, `more` set) or the closing character.
-    bool separator(char close, bool& more) {
+    [[gnu::always_inline]] bool separator(char close, bool& more) {
         more = take(',');
         return more || take(close) || markMalformed();
     }
@@ -230,10 +230,11 @@ private:
     // The key of the next member, which is `keys[index]` or none of them (`index == Count`),
     // with its colon; `hint`, the key after the last one read, is tried first.
     template <std::size_t Count>
-    bool key(const std::array<coding::JSONKey, Count>& keys, std::size_t hint, std::size_t& index);
+    [[gnu::always_inline]] bool key(const std::array<coding::JSONKey, Count>& keys, std::size_t hint,
+                                    std::size_t& index);
     // The next token, which starts with a quote, as a string: the text's own characters when it
     // has no escapes, else the characters its escapes stand for.
-    bool stringToken(std::string_view& text) {
+    [[gnu::always_inline]] bool stringToken(std::string_view& text) {
         const char* start = nextText() + 1;
         const char* end = coding::text::quoteOrBackslash(start);
         if (*end != '"') {
@@ -388,7 +389,8 @@ bool JSONReader::readArray(JSONValue& value, ReadElement readElement, std::size_
 }
 
 template <std::size_t Count>
-bool JSONReader::key(const std::array<coding::JSONKey, Count>& keys, std::size_t hint, std::size_t& index) {
+inline bool JSONReader::key(const std::array<coding::JSONKey, Count>& keys, std::size_t hint,
+                            std::size_t& index) {
     if (next() != '"') {
         return markMalformed();
     }
