@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -98,10 +99,12 @@ public:
         if (reader.malformed() || (!read && failedIndex == sizeof...(Members))) {
             return false;
         }
-        for (std::size_t index = 0; index < failedIndex && index < sizeof...(Members); ++index) {
-            if ((seen >> index & 1U) == 0 && requiredness_[index]) {
-                return reader.fail(DecodingError::keyNotFound(keys_[index].text()));
-            }
+        // The first required key missing, if it comes before the first failure.
+        const std::uint64_t before =
+            failedIndex < 64 ? (std::uint64_t{1} << failedIndex) - 1 : ~std::uint64_t{0};
+        if (const std::uint64_t missing = requiredKeys_ & ~seen & before; missing != 0) {
+            return reader.fail(DecodingError::keyNotFound(
+                keys_[static_cast<std::size_t>(std::countr_zero(missing))].text()));
         }
         if (!read && failure) {
             return reader.fail(std::move(*failure));
@@ -173,7 +176,13 @@ private:
 
     std::tuple<Members...> members_;
     std::array<JSONKey, sizeof...(Members)> keys_;
-    std::array<bool, sizeof...(Members)> requiredness_{(Members::presence == Presence::required)...};
+    // A bit for each member whose key must be there.
+    std::uint64_t requiredKeys_ = requiredMask(std::index_sequence_for<Members...>{});
+
+    template <std::size_t... Index>
+    static constexpr std::uint64_t requiredMask(std::index_sequence<Index...>) {
+        return ((Members::presence == Presence::required ? std::uint64_t{1} << Index : 0) | ... | 0);
+    }
 };
 
 }  // namespace screenweaver::coding
