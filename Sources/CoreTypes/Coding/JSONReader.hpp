@@ -121,9 +121,9 @@ public:
     }
 
     /// Passes over the next `tokens` tokens, which the caller recognised by their characters as
-    /// one whole value of `levels` nested containers that hold something; false, passing nothing, where the
-    /// nesting would go deeper than JSON allows (the value then has to be read the ordinary way, which says
-    /// so).
+    /// one whole value of `levels` nested containers that hold something; false, passing nothing,
+    /// where the nesting would go deeper than JSON allows (the value then has to be read the
+    /// ordinary way, which says so).
     bool passRecognised(std::uint32_t tokens, std::size_t levels) {
         if (depth_ + levels >= maximumDepth) {
             return false;

@@ -18,11 +18,11 @@ namespace screenweaver::coding {
 template <class Element>
 class ReadBuffer {
 public:
-    ReadBuffer() : elements_(openCount()++ == 0 ? threadBuffer() : own_), base_(elements_.size()) {}
+    ReadBuffer() : elements_(openCount()++ == 0 ? threadBuffer() : own_) {}
     ReadBuffer(const ReadBuffer&) = delete;
     ReadBuffer& operator=(const ReadBuffer&) = delete;
     ~ReadBuffer() {
-        elements_.erase(elements_.begin() + static_cast<std::ptrdiff_t>(base_), elements_.end());
+        elements_.clear();
         --openCount();
     }
 
@@ -39,9 +39,8 @@ public:
     /// Moves the elements kept into `sequence`, which is empty, in one allocation.
     template <class Sequence>
     void moveInto(Sequence& sequence) {
-        const auto first = elements_.begin() + static_cast<std::ptrdiff_t>(base_);
-        sequence.reserve(static_cast<std::size_t>(elements_.end() - first));
-        sequence.insert(sequence.end(), std::make_move_iterator(first),
+        sequence.reserve(elements_.size());
+        sequence.insert(sequence.end(), std::make_move_iterator(elements_.begin()),
                         std::make_move_iterator(elements_.end()));
     }
 
@@ -58,8 +57,6 @@ private:
 
     std::vector<Element> own_;
     std::vector<Element>& elements_;
-    // Where this array's elements begin.
-    std::size_t base_;
 };
 
 }  // namespace screenweaver::coding
