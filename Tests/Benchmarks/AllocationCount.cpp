@@ -6,16 +6,30 @@
 
 namespace {
 
+// The counters alive; while there is none, an allocation reads this and nothing more (a counted
+// one takes a locked add, as much as a small allocation itself).
+std::atomic<int> counters{0};
 std::atomic<long> allocations{0};
 
 }  // namespace
 
-long screenweaver::benchmarks::allocationCount() {
-    return allocations.load(std::memory_order_relaxed);
+screenweaver::benchmarks::AllocationCounter::AllocationCounter() {
+    counters.fetch_add(1);
+    start_ = allocations.load();
+}
+
+screenweaver::benchmarks::AllocationCounter::~AllocationCounter() {
+    counters.fetch_sub(1);
+}
+
+long screenweaver::benchmarks::AllocationCounter::count() const {
+    return allocations.load() - start_;
 }
 
 void* operator new(std::size_t size) {
-    allocations.fetch_add(1, std::memory_order_relaxed);
+    if (counters.load(std::memory_order_relaxed) != 0) {
+        allocations.fetch_add(1, std::memory_order_relaxed);
+    }
     if (void* memory = std::malloc(size == 0 ? 1 : size)) {
         return memory;
     }

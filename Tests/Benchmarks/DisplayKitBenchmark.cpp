@@ -79,13 +79,12 @@ void changeSignal(benchmark::State& state) {
                               ContinuousClock::shared()};
     debouncer.signal();
     const long threadsBefore = threadCount();
-    const long allocationsBefore = benchmarks::allocationCount();
+    const benchmarks::AllocationCounter allocations;
     for (auto _ : state) {
         debouncer.signal();
     }
     state.counters["allocationsPerCall"] =
-        static_cast<double>(benchmarks::allocationCount() - allocationsBefore) /
-        static_cast<double>(state.iterations());
+        static_cast<double>(allocations.count()) / static_cast<double>(state.iterations());
     state.counters["threadsAdded"] = static_cast<double>(threadCount() - threadsBefore);
 }
 BENCHMARK(changeSignal);

@@ -66,27 +66,24 @@ void serialiseWithBoost(benchmark::State& state, const std::string& text) {
 }
 
 // The decode of `text`, with the allocations of one decode and the blocks the decoded value owns
-// (the allocations of copying it) as counters.
+// (the allocations of copying it) as counters, each counted once the loop has run.
 template <class Value>
 void decodeTyped(benchmark::State& state, const std::string& text) {
-    long allocations = 0;
     for (auto _ : state) {
-        const long before = benchmarks::allocationCount();
         auto value = decode<Value>(text);
-        allocations = benchmarks::allocationCount() - before;
         if (!value) {
             state.SkipWithError("decoding failed");
             return;
         }
         benchmark::DoNotOptimize(value);
     }
-    state.counters["allocations"] = static_cast<double>(allocations);
-    state.counters["blocks"] = 0;
+    const benchmarks::AllocationCounter decoding;
     const Value value = *decode<Value>(text);
-    const long before = benchmarks::allocationCount();
+    state.counters["allocations"] = static_cast<double>(decoding.count());
+    const benchmarks::AllocationCounter copying;
     const Value copy = value;
     benchmark::DoNotOptimize(copy);
-    state.counters["blocks"] = static_cast<double>(benchmarks::allocationCount() - before);
+    state.counters["blocks"] = static_cast<double>(copying.count());
 }
 
 template <class Value>

@@ -65,8 +65,8 @@ bool JSONDocument::open(std::string_view json) {
     std::memcpy(thread.text.data(), json.data() + positions[tailToken], tailLength);
     // What a longer text left behind must not read as more of this one.
     std::memset(thread.text.data() + tailLength, 0, simdjson::SIMDJSON_PADDING);
-    reader_ = JSONReader{JSONTokens{json.data(), positions, count, tailToken, thread.text.data(),
-                                    thread.parser.get(), thread.unescaped.data()}};
+    reader_.start(JSONTokens{json.data(), positions, count, tailToken, thread.text.data(),
+                             thread.parser.get(), thread.unescaped.data()});
     return true;
 }
 

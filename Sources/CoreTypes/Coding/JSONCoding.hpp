@@ -39,14 +39,15 @@ private:
 template <class T>
 std::expected<T, DecodingError> decode(std::string_view json) {
     coding::JSONDocument document;
-    T value{};
+    // Read where it is returned from: a document's value is not moved on its way out.
+    std::expected<T, DecodingError> result{std::in_place};
     // The document's one value, at its first token.
     JSONValue root;
-    const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, value);
+    const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, *result);
     if (auto closed = document.close(read); !closed) {
-        return std::unexpected(std::move(closed.error()));
+        result = std::unexpected(std::move(closed.error()));
     }
-    return value;
+    return result;
 }
 
 /// Encodes `value` as compact JSON text, keys in the type's order. Fails only for a value JSON

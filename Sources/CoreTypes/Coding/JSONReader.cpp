@@ -124,8 +124,8 @@ bool JSONReader::skip(JSONValue& value) {
     }
 }
 
-bool JSONReader::takeNull(JSONValue&) {
-    if (next() != 'n' || !isLiteral(nextText(), "null")) {
+bool JSONReader::takeNullLiteral() {
+    if (!isLiteral(nextText(), "null")) {
         return false;
     }
     ++position_;
@@ -145,17 +145,17 @@ bool JSONReader::boolean(JSONValue& value, bool& result) {
     return true;
 }
 
-bool JSONReader::unescapedStringToken(const char* start, std::string_view& text) {
+std::string_view JSONReader::unescapedStringToken(const char* start) {
     // Undone, and checked, by the parser that found the tokens.
     auto* unescaped = reinterpret_cast<std::uint8_t*>(tokens_.unescaped);
     const std::uint8_t* end =
         unescape(*tokens_.parser, reinterpret_cast<const std::uint8_t*>(start), unescaped);
     if (end == nullptr) {
-        return markMalformed();
+        markMalformed();
+        return {};
     }
-    text = {tokens_.unescaped, static_cast<std::size_t>(end - unescaped)};
     ++position_;
-    return true;
+    return {tokens_.unescaped, static_cast<std::size_t>(end - unescaped)};
 }
 
 bool JSONReader::otherNumberToken(Number& number) {

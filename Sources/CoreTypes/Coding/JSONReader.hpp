@@ -86,7 +86,10 @@ public:
 
     /// A reader of nothing: a document whose text turned out not to be JSON before reading began.
     JSONReader() = default;
-    explicit JSONReader(JSONTokens tokens) : tokens_(tokens) {}
+
+    /// Reads, from now on, the document of `tokens` from its first token. A new reader's fields are
+    /// set in place: a reader built aside and copied in costs a stall of its own on every decode.
+    [[gnu::always_inline]] void start(const JSONTokens& tokens) { tokens_ = tokens; }
 
     /// The text is not JSON; nothing more can be read.
     [[nodiscard]] bool malformed() const { return malformed_; }
@@ -142,7 +145,8 @@ public:
     bool skip(JSONValue& value);
 
     /// Passes over `value` if it is `null`; false, consuming nothing, if it is anything else.
-    bool takeNull(JSONValue& value);
+    /// Asked of every optional member, which is seldom null: the first character decides inline.
+    bool takeNull(JSONValue&) { return next() == 'n' && takeNullLiteral(); }
 
     /// `value` as a string, its escapes undone; valid until the next string is read.
     bool string(JSONValue& value, std::string_view& text);
@@ -170,6 +174,50 @@ public:
     template <std::size_t Count, class ReadMember>
     bool readMembers(JSONValue& value, const std::array<coding::JSONKey, Count>& keys, std::uint64_t& seen,
                      ReadMember readMember, std::size_t& failedIndex, std::optional<DecodingError>& failure);
+
+    /// What `readMembers` does after the first key, for a form that read the members it expected
+    /// in their order first (`beginMembersInOrder`, `takeKeyInOrder`, `endOfMember`) and met
+    /// something else at a key: the rest of the object, from that key on, with what was read so
+    /// far in `seen`, `failedIndex` and `failure`; `hint` is the index of the key expected next.
+    template <std::size_t Count, class ReadMember>
+    bool readOtherMembers(const std::array<coding::JSONKey, Count>& keys, std::size_t hint,
+                          std::uint64_t& seen, ReadMember readMember, std::size_t& failedIndex,
+                          std::optional<DecodingError>& failure);
+
+    /// Enters the object `value` for its members to be read in the order its form expects them:
+    /// true when it is an object with at least one member, standing at the first key. False,
+    /// taking nothing, for anything else, which `readMembers` then reads and judges.
+    [[gnu::always_inline]] bool beginMembersInOrder(const JSONValue&) {
+        if (next() != '{' || depth_ + 1 >= maximumDepth || tokens_.at(position_ + 1)[0] == '}') {
+            return false;
+        }
+        ++position_;
+        ++depth_;
+        return true;
+    }
+    /// Takes the next key, and its colon, if it is `key` spelled as the writer spells it; false,
+    /// taking nothing, for anything else.
+    [[gnu::always_inline]] bool takeKeyInOrder(const coding::JSONKey& key) {
+        const char* text = nextText();
+        if (text[0] != '"' || !key.matches(text + 1) || text[key.text().size() + 2] != ':') {
+            return false;
+        }
+        position_ += 2;
+        return true;
+    }
+    /// The value at the next token, for the member whose key was just taken.
+    [[nodiscard]] JSONValue nextValue() const { return JSONValue{position_}; }
+    /// After a member's value: a comma (`more` set) or the end of the object, which is left.
+    /// False when neither follows: the text is not JSON.
+    [[gnu::always_inline]] bool endOfMember(bool& more) {
+        if (!separator('}', more)) {
+            return false;
+        }
+        if (!more) {
+            leave();
+        }
+        return true;
+    }
 
     /// Reads an enum with payload from its object form: exactly one key that names a case (other
     /// keys are ignored; a repeated case key counts once, its first occurrence is read), holding
@@ -199,6 +247,8 @@ private:
         return coding::text::endsAToken[static_cast<unsigned char>(*text)] ||
                text == tokens_.at(tokens_.count);
     }
+    // The next token, which starts with `n`, if it is the literal `null`.
+    bool takeNullLiteral();
     // The literal `literal` (`true`, `false`, `null`) at `text`.
     [[nodiscard]] bool isLiteral(const char* text, std::string_view literal) const {
         return std::memcmp(text, literal.data(), literal.size()) == 0 && tokenEndsAt(text + literal.size());
@@ -238,14 +288,18 @@ private:
         const char* start = nextText() + 1;
         const char* end = coding::text::quoteOrBackslash(start);
         if (*end != '"') {
-            return unescapedStringToken(start, text);
+            text = unescapedStringToken(start);
+            return text.data() != nullptr;
         }
         text = {start, static_cast<std::size_t>(end - start)};
         ++position_;
         return true;
     }
-    // A string token with escapes, from its first character on.
-    bool unescapedStringToken(const char* start, std::string_view& text);
+    // A string token with escapes, from its first character on; no characters (a null pointer)
+    // when an escape is invalid. Returned, not written through a reference: the string views of
+    // the common path then stay in registers, where one written to memory in two halves and read
+    // back whole would stall the read.
+    std::string_view unescapedStringToken(const char* start);
     // The next token as a number: one of the three kinds a JSON number reads as.
     enum class NumberKind { signedInteger, unsignedInteger, real };
     struct Number {
@@ -400,6 +454,11 @@ inline bool JSONReader::key(const std::array<coding::JSONKey, Count>& keys, std:
         const std::size_t candidate = hint + tried < Count ? hint + tried : hint + tried - Count;
         if (keys[candidate].matches(raw)) {
             index = candidate;
+            // A colon right after the closing quote, as the writer puts it, is the next token.
+            if (raw[keys[candidate].text().size() + 1] == ':') {
+                position_ += 2;
+                return true;
+            }
             ++position_;
             return take(':') || markMalformed();
         }
@@ -427,7 +486,13 @@ bool JSONReader::readMembers(JSONValue& value, const std::array<coding::JSONKey,
         leave();
         return true;
     }
-    std::size_t hint = 0;
+    return readOtherMembers(keys, 0, seen, readMember, failedIndex, failure);
+}
+
+template <std::size_t Count, class ReadMember>
+bool JSONReader::readOtherMembers(const std::array<coding::JSONKey, Count>& keys, std::size_t hint,
+                                  std::uint64_t& seen, ReadMember readMember, std::size_t& failedIndex,
+                                  std::optional<DecodingError>& failure) {
     for (bool more = true; more;) {
         std::size_t index = Count;
         if (!key(keys, hint, index)) {

@@ -25,6 +25,24 @@ inline constexpr std::array<double, 23> exactPowersOfTen{1e0,  1e1,  1e2,  1e3, 
                                                          1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                          1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+/// Whether `text` begins with the characters of `literal` (a string literal of at least eight):
+/// a machine word at a time, the last word overlapping the one before, with no call.
+template <std::size_t Size>
+[[gnu::always_inline]] inline bool startsWith(const char* text, const char (&literal)[Size]) {
+    constexpr std::size_t length = Size - 1;
+    static_assert(length >= 8, "a word at least");
+    const auto word = [](const char* characters) {
+        std::uint64_t value = 0;
+        std::memcpy(&value, characters, sizeof value);
+        return value;
+    };
+    std::uint64_t difference = word(text + length - 8) ^ word(literal + length - 8);
+    for (std::size_t offset = 0; offset + 8 < length; offset += 8) {
+        difference |= word(text + offset) ^ word(literal + offset);
+    }
+    return difference == 0;
+}
+
 /// The first `"` or `\` at or after `text`, which the caller knows is there (the string is
 /// closed). Eight characters at a time: a document's text is padded, so the last word never reads
 /// past its buffer.

@@ -87,15 +87,23 @@ public:
     template <class Record>
     bool read(JSONReader& reader, JSONValue& value, Record& record) const {
         static constexpr auto readers = memberReaders<Record>(std::index_sequence_for<Members...>{});
+        const auto readMember = [&](std::size_t index, JSONValue& member) {
+            return readers[index](reader, member, record, members_);
+        };
         std::uint64_t seen = 0;
-        std::size_t failedIndex = 0;
+        std::size_t failedIndex = sizeof...(Members);
         std::optional<DecodingError> failure;
-        const bool read = reader.readMembers(
-            value, keys_, seen,
-            [&](std::size_t index, JSONValue& member) {
-                return readers[index](reader, member, record, members_);
-            },
-            failedIndex, failure);
+        bool read = false;
+        if (reader.beginMembersInOrder(value)) {
+            std::size_t expected = 0;
+            bool more = true;
+            read = readInOrder(reader, record, seen, failedIndex, failure, expected, more,
+                               std::index_sequence_for<Members...>{}) &&
+                   (more ? reader.readOtherMembers(keys_, expected, seen, readMember, failedIndex, failure)
+                         : failedIndex == sizeof...(Members));
+        } else {
+            read = reader.readMembers(value, keys_, seen, readMember, failedIndex, failure);
+        }
         if (reader.malformed() || (!read && failedIndex == sizeof...(Members))) {
             return false;
         }
@@ -138,6 +146,39 @@ private:
             writer.key(key);
             JSONForm<Field>::write(writer, field);
         }
+    }
+
+    // The members as the writer writes them, read straight from their keys in order, each key
+    // compared as a constant and each field read in place: most texts are written by this
+    // system's own writer. An optional member may be missing. The first key that is not the one
+    // expected (another order, a key of no member, other spacing) stops it, standing at that key,
+    // with `more` set and `expected` the index to look for next; the rest of the object is then
+    // read the ordinary way. False when the text is not JSON.
+    template <class Record, std::size_t... Index>
+    bool readInOrder(JSONReader& reader, Record& record, std::uint64_t& seen, std::size_t& failedIndex,
+                     std::optional<DecodingError>& failure, std::size_t& expected, bool& more,
+                     std::index_sequence<Index...>) const {
+        bool inOrder = true;
+        [[maybe_unused]] const auto readOne = [&]<std::size_t I>(std::integral_constant<std::size_t, I>) {
+            if (!reader.takeKeyInOrder(keys_[I])) {
+                inOrder = std::get<I>(members_).presence != Presence::required;
+                return true;
+            }
+            seen |= std::uint64_t{1} << I;
+            expected = I + 1;
+            JSONValue member = reader.nextValue();
+            if (!readField(reader, member, record, std::get<I>(members_))) {
+                if (reader.malformed()) {
+                    return false;
+                }
+                if (failedIndex == sizeof...(Members)) {
+                    failedIndex = I;
+                    failure = std::move(reader.takeError().prependKey(keys_[I].text()));
+                }
+            }
+            return reader.endOfMember(more);
+        };
+        return ((!more || !inOrder || readOne(std::integral_constant<std::size_t, Index>{})) && ...);
     }
 
     // One reader a member, in order, for a jump by the member's index.

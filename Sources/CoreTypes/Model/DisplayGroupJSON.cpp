@@ -52,7 +52,10 @@ void JSONForm<DisplayGroup>::write(JSONWriter& writer, const DisplayGroup& group
     groupForm.write(writer, group);
 }
 
-bool JSONForm<DisplayGroup>::read(JSONReader& reader, JSONValue& value, DisplayGroup& result) {
+// Flattened: the forms of every member are inlined into this one function, which reads most of
+// a document; the reader's position then stays in a register between the members.
+[[gnu::flatten]] bool JSONForm<DisplayGroup>::read(JSONReader& reader, JSONValue& value,
+                                                   DisplayGroup& result) {
     return groupForm.read(reader, value, result);
 }
 

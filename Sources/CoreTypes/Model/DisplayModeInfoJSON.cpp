@@ -20,7 +20,10 @@ void JSONForm<DisplayModeInfo>::write(JSONWriter& writer, const DisplayModeInfo&
     form.write(writer, mode);
 }
 
-bool JSONForm<DisplayModeInfo>::read(JSONReader& reader, JSONValue& value, DisplayModeInfo& result) {
+// Flattened: the forms of every member are inlined into this one function, which reads most of
+// a document; the reader's position then stays in a register between the members.
+[[gnu::flatten]] bool JSONForm<DisplayModeInfo>::read(JSONReader& reader, JSONValue& value,
+                                                      DisplayModeInfo& result) {
     return form.read(reader, value, result);
 }
 

@@ -25,15 +25,15 @@ bool readWriterSpelling(JSONReader& reader, DisplayRef& result) {
     constexpr std::uint32_t tokens = 9;
     constexpr std::size_t levels = 2;
     constexpr std::string_view end = "\"}}";
-    constexpr std::string_view virtualStart = R"({"virtual":{"_0":")";
-    constexpr std::string_view physicalStart = R"({"physical":{"colorSyncUUID":")";
+    constexpr const char virtualStart[] = R"({"virtual":{"_0":")";
+    constexpr const char physicalStart[] = R"({"physical":{"colorSyncUUID":")";
     constexpr std::size_t uuidLength = 36;
     const char* text = reader.upcomingText(tokens);
     if (text == nullptr) {
         return false;
     }
-    if (std::memcmp(text, virtualStart.data(), virtualStart.size()) == 0) {
-        const char* uuid = text + virtualStart.size();
+    if (coding::text::startsWith(text, virtualStart)) {
+        const char* uuid = text + sizeof virtualStart - 1;
         UUID id;
         if (std::memcmp(uuid + uuidLength, end.data(), end.size()) != 0 ||
             !UUID::parse({uuid, uuidLength}, id) || !reader.passRecognised(tokens, levels)) {
@@ -42,14 +42,14 @@ bool readWriterSpelling(JSONReader& reader, DisplayRef& result) {
         result.value.emplace<DisplayRef::Virtual>(id);
         return true;
     }
-    if (std::memcmp(text, physicalStart.data(), physicalStart.size()) == 0) {
-        const char* characters = text + physicalStart.size();
+    if (coding::text::startsWith(text, physicalStart)) {
+        const char* characters = text + sizeof physicalStart - 1;
         const char* quote = coding::text::quoteOrBackslash(characters);
         if (std::memcmp(quote, end.data(), end.size()) != 0 || !reader.passRecognised(tokens, levels)) {
             return false;
         }
-        result.value.emplace<DisplayRef::Physical>(
-            std::string{characters, static_cast<std::size_t>(quote - characters)});
+        result.value.emplace<DisplayRef::Physical>().colorSyncUUID.assign(
+            characters, static_cast<std::size_t>(quote - characters));
         return true;
     }
     return false;

@@ -30,7 +30,10 @@ void JSONForm<VirtualDisplaySpec>::write(JSONWriter& writer, const VirtualDispla
     form.write(writer, spec);
 }
 
-bool JSONForm<VirtualDisplaySpec>::read(JSONReader& reader, JSONValue& value, VirtualDisplaySpec& result) {
+// Flattened: the forms of every member are inlined into this one function, which reads most of
+// a document; the reader's position then stays in a register between the members.
+[[gnu::flatten]] bool JSONForm<VirtualDisplaySpec>::read(JSONReader& reader, JSONValue& value,
+                                                         VirtualDisplaySpec& result) {
     return form.read(reader, value, result);
 }
 

@@ -1,3 +1,5 @@
+#include <array>
+#include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -132,9 +134,14 @@ TEST(JSONReader, NullWhereAValueIsRequiredIsValueNotFound) {
 TEST(JSONReader, UUIDMustBeCanonicalText) {
     EXPECT_EQ(decoded<UUID>("\"e621e1f8-c36c-495a-93fc-0c247a3e6e5f\""),
               *UUID::parse("E621E1F8-C36C-495A-93FC-0C247A3E6E5F"));
+    // Escapes stand for the characters they spell, in a UUID too.
+    EXPECT_EQ(decoded<UUID>(R"("\u0045621E1F8-C36C-495A-93FC-0C247A3E6E5\u0046")"),
+              *UUID::parse("E621E1F8-C36C-495A-93FC-0C247A3E6E5F"));
     for (const std::string_view json :
          {R"("{E621E1F8-C36C-495A-93FC-0C247A3E6E5F}")", R"(" E621E1F8-C36C-495A-93FC-0C247A3E6E5F")",
-          R"("E621E1F8C36C495A93FC0C247A3E6E5F")", R"("E621E1F8-C36C-495A-93FC-0C247A3E6E5")", R"("")"}) {
+          R"("E621E1F8C36C495A93FC0C247A3E6E5F")", R"("E621E1F8-C36C-495A-93FC-0C247A3E6E5")", R"("")",
+          R"("E621E1F8-C36C-495A-93FC-0C247A3E6E5F0")", R"("E621E1F8-C36C-495A-93FC-0C247A3E6E5F\n")",
+          R"("E621E1F8-C36C-495A-93FC-0C247A3E6E5\"")"}) {
         expectDecodingError<UUID>(json, Kind::dataCorrupted, "",
                                   "Attempted to decode UUID from invalid UUID string.");
     }
@@ -177,6 +184,34 @@ TEST(ISO8601, RejectsEverythingButTheExactForm) {
           "2026-11-21T24:00:00Z", "2026-11-21T09:60:00Z", "2026-11-21T09:30:60Z", "26-11-21T09:30:00Z",
           "2026-11-21t09:30:00z", "+2026-11-21T09:30:00Z", "2026-11-21T09:30:00.-1Z"}) {
         EXPECT_FALSE(ISO8601::parse(text).has_value()) << text;
+    }
+}
+
+TEST(ISO8601, ReadsEveryDayOfTheFourDigitYearsAsTheCalendarHasIt) {
+    using namespace std::chrono;
+    const sys_days first{year{0} / January / 1};
+    const sys_days last{year{9999} / December / 31};
+    std::array<char, ISO8601::longestText> text{};
+    for (sys_days day = first; day <= last; day += days{1}) {
+        // Written by the calendar types of the standard library, read by the parser's own arithmetic.
+        const Date date = Date{day} + hours{23} + minutes{59} + seconds{58};
+        const std::string_view written{text.data(), ISO8601::write(date, text.data())};
+        const auto parsed = ISO8601::parse(written);
+        ASSERT_TRUE(parsed.has_value()) << written;
+        ASSERT_EQ(*parsed, date) << written;
+    }
+}
+
+TEST(ISO8601, RejectsDaysTheCalendarDoesNotHave) {
+    for (const std::string_view text :
+         {"2025-02-29T00:00:00Z", "1900-02-29T00:00:00Z", "2100-02-29T00:00:00Z", "0000-02-30T00:00:00Z",
+          "2026-04-31T00:00:00Z", "2026-06-31T00:00:00Z", "2026-09-31T00:00:00Z", "2026-11-31T00:00:00Z",
+          "2026-01-32T00:00:00Z", "2026-01-00T00:00:00Z", "2026-00-01T00:00:00Z"}) {
+        EXPECT_FALSE(ISO8601::parse(text).has_value()) << text;
+    }
+    for (const std::string_view text :
+         {"2024-02-29T00:00:00Z", "2000-02-29T00:00:00Z", "0000-02-29T00:00:00Z"}) {
+        EXPECT_TRUE(ISO8601::parse(text).has_value()) << text;
     }
 }
 

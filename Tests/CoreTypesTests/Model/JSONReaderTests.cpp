@@ -107,6 +107,53 @@ TEST(JSONReader, ReportsTheFirstFailingFieldInFieldOrderWhateverTheTextOrder) {
         Kind::keyNotFound, "name", "No value associated with key \"name\".");
 }
 
+TEST(JSONReader, ReadsTheWritersOrderUntilTheTextLeavesItAndTheRestInAnyOrder) {
+    const VirtualDisplaySpec expected = decoded<VirtualDisplaySpec>(spec);
+    for (
+        const std::string_view text :
+        {R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":"Wide","pixelHeight":1440,"pixelWidth":5120,)"
+         R"("refreshRate":60,"hiDPI":false,"rotation":0,"dynamicRange":"standard"})",
+         R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":"Wide","extra":[{"pixelWidth":1}],)"
+         R"("pixelWidth":5120,"pixelHeight":1440,"refreshRate":60,"hiDPI":false,"rotation":0,)"
+         R"("dynamicRange":"standard"})",
+         R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name" : "Wide","pixelWidth":5120,)"
+         R"("pixelHeight":1440,"refreshRate":60,"hiDPI":false,"rotation":0,"dynamicRange":"standard"})",
+         R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":"Wide","pixelWidth":5120,"pixelHeight":1440,)"
+         R"("refreshRate":60,"hiDPI":false,"rotation":0,"dynamicRange":"standard","pixelWidth":7})"}) {
+        EXPECT_EQ(decoded<VirtualDisplaySpec>(text), expected) << text;
+    }
+    const auto withOptionals = decoded<VirtualDisplaySpec>(
+        R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":"Wide","pixelWidth":5120,"pixelHeight":1440,)"
+        R"("refreshRate":60,"hiDPI":false,"rotation":0,"dynamicRange":"standard","targetPPIOverride":110,)"
+        R"("catalogEntryID":"lg-27uk850"})");
+    EXPECT_EQ(withOptionals.catalogEntryID, "lg-27uk850");
+    EXPECT_EQ(withOptionals.targetPPIOverride, 110.0);
+}
+
+TEST(JSONReader, ReportsTheFirstFailureInFieldOrderWhereTheTextLeavesTheWritersOrder) {
+    // "pixelWidth" fails first in the text, in the writer's order; "catalogEntryID", an optional
+    // member that comes before it in the record, fails later in the text and is what is reported.
+    expectDecodingError<VirtualDisplaySpec>(
+        R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":"Wide","pixelWidth":"wide","pixelHeight":1,)"
+        R"("refreshRate":1,"hiDPI":false,"rotation":0,"dynamicRange":"standard","catalogEntryID":5})",
+        Kind::typeMismatch, "catalogEntryID", "Expected to decode String but found number instead.");
+    // A required key missing from the writer's order is missing wherever the text goes on.
+    expectDecodingError<VirtualDisplaySpec>(
+        R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","pixelWidth":"wide","pixelHeight":1,)"
+        R"("refreshRate":1,"hiDPI":false,"rotation":0,"dynamicRange":"standard"})",
+        Kind::keyNotFound, "name", "No value associated with key \"name\".");
+    expectDecodingError<VirtualDisplaySpec>(R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0"})",
+                                            Kind::keyNotFound, "name",
+                                            "No value associated with key \"name\".");
+    for (const std::string_view text :
+         {R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":})",
+          R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0" "name":"Wide"})",
+          R"({"id":"12345678-9ABC-DEF0-1234-56789ABCDEF0","name":"Wide",})", R"({"id":)", R"({"id")"}) {
+        EXPECT_TRUE(decodeCallsMalformed(text)) << text;
+        EXPECT_FALSE(simdjsonParses(text)) << text;
+    }
+}
+
 TEST(JSONReader, RepeatedKeyReadsItsFirstOccurrence) {
     EXPECT_EQ(decoded<VirtualDisplaySpec>(specWith(R"("name":"First")") + "").name, "First");
     const std::string repeatedLater = std::string{spec.substr(0, spec.size() - 1)} + R"(,"name":7})";
