@@ -39,15 +39,14 @@ private:
 template <class T>
 std::expected<T, DecodingError> decode(std::string_view json) {
     coding::JSONDocument document;
-    // Read where it is returned from: a document's value is not moved on its way out.
-    std::expected<T, DecodingError> result{std::in_place};
+    T value{};
     // The document's one value, at its first token.
     JSONValue root;
-    const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, *result);
+    const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, value);
     if (auto closed = document.close(read); !closed) {
-        result = std::unexpected(std::move(closed.error()));
+        return std::unexpected(std::move(closed.error()));
     }
-    return result;
+    return value;
 }
 
 /// Encodes `value` as compact JSON text, keys in the type's order. Fails only for a value JSON

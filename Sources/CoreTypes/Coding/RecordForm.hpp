@@ -159,26 +159,35 @@ private:
                      std::optional<DecodingError>& failure, std::size_t& expected, bool& more,
                      std::index_sequence<Index...>) const {
         bool inOrder = true;
-        [[maybe_unused]] const auto readOne = [&]<std::size_t I>(std::integral_constant<std::size_t, I>) {
-            if (!reader.takeKeyInOrder(keys_[I])) {
-                inOrder = std::get<I>(members_).presence != Presence::required;
-                return true;
+        return ((!more || !inOrder ||
+                 readInOrder<Index>(reader, record, seen, failedIndex, failure, expected, more, inOrder)) &&
+                ...);
+    }
+
+    // One member of `readInOrder`: read if its key is next; else `inOrder` stays set only if the
+    // member may be missing.
+    template <std::size_t Index, class Record>
+    bool readInOrder(JSONReader& reader, Record& record, std::uint64_t& seen, std::size_t& failedIndex,
+                     std::optional<DecodingError>& failure, std::size_t& expected, bool& more,
+                     bool& inOrder) const {
+        const auto& member = std::get<Index>(members_);
+        if (!reader.takeKeyInOrder(keys_[Index])) {
+            inOrder = member.presence != Presence::required;
+            return true;
+        }
+        seen |= std::uint64_t{1} << Index;
+        expected = Index + 1;
+        JSONValue value = reader.nextValue();
+        if (!readField(reader, value, record, member)) {
+            if (reader.malformed()) {
+                return false;
             }
-            seen |= std::uint64_t{1} << I;
-            expected = I + 1;
-            JSONValue member = reader.nextValue();
-            if (!readField(reader, member, record, std::get<I>(members_))) {
-                if (reader.malformed()) {
-                    return false;
-                }
-                if (failedIndex == sizeof...(Members)) {
-                    failedIndex = I;
-                    failure = std::move(reader.takeError().prependKey(keys_[I].text()));
-                }
+            if (failedIndex == sizeof...(Members)) {
+                failedIndex = Index;
+                failure = std::move(reader.takeError().prependKey(keys_[Index].text()));
             }
-            return reader.endOfMember(more);
-        };
-        return ((!more || !inOrder || readOne(std::integral_constant<std::size_t, Index>{})) && ...);
+        }
+        return reader.endOfMember(more);
     }
 
     // One reader a member, in order, for a jump by the member's index.
