@@ -61,10 +61,10 @@ bool JSONDocument::open(std::string_view json) {
             static_cast<std::uint32_t>(std::upper_bound(positions, positions + count, latest) - positions);
         tailToken = after > 0 ? after - 1 : 0;
     }
-    const std::size_t tailLength = json.size() - positions[tailToken];
-    std::memcpy(thread.text.data(), json.data() + positions[tailToken], tailLength);
+    const std::uint32_t tailStart = positions[tailToken];
+    std::memcpy(thread.text.data() + tailStart, json.data() + tailStart, json.size() - tailStart);
     // What a longer text left behind must not read as more of this one.
-    std::memset(thread.text.data() + tailLength, 0, simdjson::SIMDJSON_PADDING);
+    std::memset(thread.text.data() + json.size(), 0, simdjson::SIMDJSON_PADDING);
     reader_.start(JSONTokens{json.data(), positions, count, tailToken, thread.text.data(),
                              thread.parser.get(), thread.unescaped.data()});
     return true;

@@ -3,6 +3,7 @@
 #include <expected>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "CoreTypes/Coding/JSONForm.hpp"
 
@@ -39,7 +40,12 @@ private:
 template <class T>
 std::expected<T, DecodingError> decode(std::string_view json) {
     coding::JSONDocument document;
-    T value{};
+    // A record is default-initialised, not cleared first: its members' initialisers give its
+    // value. A number or a flag is zero.
+    T value;
+    if constexpr (std::is_scalar_v<T>) {
+        value = T{};
+    }
     // The document's one value, at its first token.
     JSONValue root;
     const bool read = document.open(json) && JSONForm<T>::read(document.reader(), root, value);

@@ -47,10 +47,12 @@ struct JSONTokens {
     /// `count` positions in `text`, then one more: the text's length.
     const std::uint32_t* positions = nullptr;
     std::uint32_t count = 0;
-    /// The first token read from `tail`...
+    /// The first token read from `copy`...
     std::uint32_t tailToken = 0;
-    /// ...a copy of the text from that token's position on, followed by zero bytes.
-    const char* tail = nullptr;
+    /// ...a buffer as long as the text and its padding that holds a copy of the text from that
+    /// token's position on, at the same positions as in the text, followed by zero bytes. Every
+    /// token is then at its own position from one of two starts.
+    const char* copy = nullptr;
     /// The parser that found the tokens, which also undoes the escapes of strings...
     const simdjson::internal::dom_parser_implementation* parser = nullptr;
     /// ...into this buffer, as long as the text and its padding.
@@ -58,7 +60,7 @@ struct JSONTokens {
 
     /// The characters of the text from the start of `token` on.
     [[nodiscard, gnu::always_inline]] const char* at(std::uint32_t token) const {
-        return token < tailToken ? text + positions[token] : tail + (positions[token] - positions[tailToken]);
+        return (token < tailToken ? text : copy) + positions[token];
     }
 };
 

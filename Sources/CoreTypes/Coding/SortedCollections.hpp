@@ -58,17 +58,23 @@ struct JSONForm<boost::container::flat_map<Key, Value, Order>> {
     }
 
     static bool read(JSONReader& reader, JSONValue& value, Map& map) {
-        coding::ReadBuffer<std::pair<Key, Value>> entries;
-        std::pair<Key, Value>* entry = nullptr;
+        // A pair value-initialises its key and value, which clears them first; an entry of its own
+        // is only default-initialised (see `coding::DefaultInitialising`).
+        struct Entry {
+            Key key;
+            Value value;
+        };
+        coding::ReadBuffer<Entry> entries;
+        Entry* entry = nullptr;
         std::size_t count = 0;
         const bool read = reader.readArray(
             value,
             [&](JSONValue& element) {
                 if (count % 2 == 0) {
                     entry = &entries.next();
-                    return reader.read(element, entry->first);
+                    return reader.read(element, entry->key);
                 }
-                return reader.read(element, entry->second);
+                return reader.read(element, entry->value);
             },
             count);
         if (reader.malformed()) {
@@ -83,7 +89,9 @@ struct JSONForm<boost::container::flat_map<Key, Value, Order>> {
             return false;
         }
         typename Map::sequence_type sequence;
-        entries.moveInto(sequence);
+        entries.moveInto(sequence, [](Entry&& taken) {
+            return std::pair<Key, Value>{std::move(taken.key), std::move(taken.value)};
+        });
         const Order order = map.key_comp();
         coding::sortReadElements(
             sequence, [&order](const auto& lhs, const auto& rhs) { return order(lhs.first, rhs.first); },
