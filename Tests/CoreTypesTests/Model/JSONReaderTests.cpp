@@ -375,5 +375,22 @@ TEST(JSONReader, ReadsAnArrayOfATypeWithinAnElementOfTheSameType) {
     EXPECT_EQ(decoded<Tree>(text), tree);
 }
 
+TEST(JSONReader, ElementsLeftWithoutOptionalMembersHoldTheirDefaultsWhateverWasReadBefore) {
+    const std::string full = specWith(R"("catalogEntryID":"lg-27uk850","targetPPIOverride":218)");
+    const std::string specs = "[" + full + "," + std::string{spec} + "]";
+    const auto bare = decoded<VirtualDisplaySpec>(spec);
+    ASSERT_FALSE(bare.catalogEntryID.has_value());
+    ASSERT_FALSE(bare.targetPPIOverride.has_value());
+
+    const auto read = decoded<std::vector<VirtualDisplaySpec>>(specs);
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].catalogEntryID, "lg-27uk850");
+    EXPECT_EQ(read[0].targetPPIOverride, 218.0);
+    EXPECT_EQ(read[1], bare);
+    // Read again where the first document's elements stood.
+    EXPECT_EQ(decoded<std::vector<VirtualDisplaySpec>>("[" + std::string{spec} + "]"),
+              std::vector<VirtualDisplaySpec>{bare});
+}
+
 }  // namespace
 }  // namespace screenweaver
