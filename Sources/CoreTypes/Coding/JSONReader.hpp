@@ -190,7 +190,11 @@ public:
     /// true when it is an object with at least one member, standing at the first key. False,
     /// taking nothing, for anything else, which `readMembers` then reads and judges.
     [[gnu::always_inline]] bool beginMembersInOrder(const JSONValue&) {
-        if (next() != '{' || depth_ + 1 >= maximumDepth || tokens_.at(position_ + 1)[0] == '}') {
+        if (next() != '{' || depth_ + 1 >= maximumDepth) {
+            return false;
+        }
+        // A key right after the brace, as the writer puts it, is the next token.
+        if (nextText()[1] != '"' && tokens_.at(position_ + 1)[0] == '}') {
             return false;
         }
         ++position_;

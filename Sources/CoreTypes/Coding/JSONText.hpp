@@ -5,6 +5,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace screenweaver::coding::text {
 
 /// The characters a number or a literal may be followed by: whitespace and the structural ones.
@@ -44,9 +48,21 @@ template <std::size_t Size>
 }
 
 /// The first `"` or `\` at or after `text`, which the caller knows is there (the string is
-/// closed). Eight characters at a time: a document's text is padded, so the last word never reads
-/// past its buffer.
+/// closed). Sixteen characters at a time on x86-64, eight elsewhere: a document's text is padded,
+/// so the last block never reads past its buffer.
 inline const char* quoteOrBackslash(const char* text) {
+#if defined(__SSE2__)
+    const __m128i quote = _mm_set1_epi8('"');
+    const __m128i backslash = _mm_set1_epi8('\\');
+    for (;; text += 16) {
+        const __m128i characters = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+        const auto found = static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_or_si128(_mm_cmpeq_epi8(characters, quote), _mm_cmpeq_epi8(characters, backslash))));
+        if (found != 0) {
+            return text + std::countr_zero(found);
+        }
+    }
+#else
     if constexpr (std::endian::native == std::endian::little) {
         constexpr std::uint64_t ones = 0x0101010101010101ULL;
         constexpr std::uint64_t highs = 0x8080808080808080ULL;
@@ -69,6 +85,7 @@ inline const char* quoteOrBackslash(const char* text) {
         }
         return text;
     }
+#endif
 }
 
 }  // namespace screenweaver::coding::text
