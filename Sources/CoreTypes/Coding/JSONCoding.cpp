@@ -51,21 +51,12 @@ bool JSONDocument::open(std::string_view json) {
                               simdjson::stage1_mode::regular) != simdjson::SUCCESS) {
         return reader_.markMalformed();
     }
-    const std::uint32_t* positions = thread.parser->structural_indexes.get();
-    const std::uint32_t count = thread.parser->n_structural_indexes;
-    // The last token at least the margin away from the end, if there is one, begins the copy.
-    std::uint32_t tailToken = 0;
-    if (json.size() > JSONTokens::tailMargin) {
-        const auto latest = static_cast<std::uint32_t>(json.size() - JSONTokens::tailMargin);
-        const auto after =
-            static_cast<std::uint32_t>(std::upper_bound(positions, positions + count, latest) - positions);
-        tailToken = after > 0 ? after - 1 : 0;
-    }
-    const std::uint32_t tailStart = positions[tailToken];
-    std::memcpy(thread.text.data() + tailStart, json.data() + tailStart, json.size() - tailStart);
+    static_assert(simdjson::SIMDJSON_PADDING >= JSONTokens::readableAhead);
+    std::memcpy(thread.text.data(), json.data(), json.size());
     // What a longer text left behind must not read as more of this one.
     std::memset(thread.text.data() + json.size(), 0, simdjson::SIMDJSON_PADDING);
-    reader_.start(JSONTokens{json.data(), positions, count, tailToken, thread.text.data(),
+    reader_.start(JSONTokens{thread.text.data(), thread.parser->structural_indexes.get(),
+                             static_cast<std::uint32_t>(thread.parser->n_structural_indexes),
                              thread.parser.get(), thread.unescaped.data()});
     return true;
 }

@@ -12,9 +12,8 @@ namespace screenweaver {
 namespace coding {
 
 /// One JSON text being read on this thread, from `open` to `close`. The parser's first stage
-/// splits the text into tokens for the reader where it stands; only its last part is copied,
-/// padded, into a buffer of this thread's (see `JSONTokens`). The text must stay as it is until
-/// `close`.
+/// splits the text into tokens where it stands; the reader reads a padded copy of it in a buffer of
+/// this thread's (see `JSONTokens`).
 class JSONDocument {
 public:
     /// Splits `json` into tokens; false when that already shows it is not JSON (invalid UTF-8, an

@@ -15,9 +15,8 @@ bool JSONForm<UUID>::read(JSONReader& reader, JSONValue& value, UUID& result) {
     // A UUID in quotes with nothing else, recognised by its characters: hexadecimal digits and
     // hyphens are never an escape, so the string needs no scan for its end.
     constexpr std::size_t quotedLength = 38;
-    if (const char* quoted = reader.upcomingText(1); quoted != nullptr && quoted[0] == '"' &&
-                                                     quoted[quotedLength - 1] == '"' &&
-                                                     UUID::parse({quoted + 1, quotedLength - 2}, result)) {
+    if (const char* quoted = reader.upcomingText(); quoted[0] == '"' && quoted[quotedLength - 1] == '"' &&
+                                                    UUID::parse({quoted + 1, quotedLength - 2}, result)) {
         return reader.passRecognised(1, 0);
     }
     std::string_view text;

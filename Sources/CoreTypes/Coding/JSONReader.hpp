@@ -32,27 +32,20 @@ struct JSONValue {
 /// string, number and literal. The first stage has already checked the UTF-8, that every string
 /// is closed and that no string holds a raw control character; everything else is the reader's.
 ///
-/// The reader reads a little past the token it stands at (keys a machine word at a time, up to
-/// `readableAhead` characters), which only the end of a text has no room for. So the text is
-/// read where it stands up to a token at least `tailMargin` characters before its end, and from
-/// that token on in a copy followed by zero bytes.
+/// The reader reads a little past the token it stands at (keys a machine word at a time, strings
+/// sixteen characters at a time, up to `readableAhead` characters), which the end of a text has
+/// no room for, so it reads a copy of the text followed by zero bytes. Reading the text where it
+/// stands, and only its last part from a copy, cost a choice between the two on every token: more
+/// than the copy, on small documents and large ones alike.
 struct JSONTokens {
     /// How far past the start of any token the reader may read.
     static constexpr std::uint32_t readableAhead = 64;
-    /// How close to the end of the text the tail copy begins at the latest.
-    static constexpr std::uint32_t tailMargin = 2 * readableAhead;
 
-    /// The text, where it stands.
+    /// A copy of the text, followed by at least `readableAhead` zero bytes.
     const char* text = nullptr;
     /// `count` positions in `text`, then one more: the text's length.
     const std::uint32_t* positions = nullptr;
     std::uint32_t count = 0;
-    /// The first token read from `copy`...
-    std::uint32_t tailToken = 0;
-    /// ...a buffer as long as the text and its padding that holds a copy of the text from that
-    /// token's position on, at the same positions as in the text, followed by zero bytes. Every
-    /// token is then at its own position from one of two starts.
-    const char* copy = nullptr;
     /// The parser that found the tokens, which also undoes the escapes of strings...
     const simdjson::internal::dom_parser_implementation* parser = nullptr;
     /// ...into this buffer, as long as the text and its padding.
@@ -60,7 +53,7 @@ struct JSONTokens {
 
     /// The characters of the text from the start of `token` on.
     [[nodiscard, gnu::always_inline]] const char* at(std::uint32_t token) const {
-        return (token < tailToken ? text : copy) + positions[token];
+        return text + positions[token];
     }
 };
 
@@ -115,15 +108,10 @@ public:
     [[nodiscard]] bool atEnd() const { return position_ == tokens_.count; }
 
     /// The characters of the document from the next token on, for a form that recognises the
-    /// writer's own spelling of a value of `tokens` tokens by its characters: at least
-    /// `JSONTokens::readableAhead` of them are readable, and every string that starts within the
-    /// `tokens` tokens can be read to its closing quote and a word past it. Null, for the value to
-    /// be read the ordinary way, when the next `tokens` tokens span the end of what is read where
-    /// it stands.
-    [[nodiscard]] const char* upcomingText(std::uint32_t tokens) const {
-        const bool inOnePiece = position_ >= tokens_.tailToken || position_ + tokens < tokens_.tailToken;
-        return inOnePiece ? nextText() : nullptr;
-    }
+    /// writer's own spelling of a value by its characters: at least `JSONTokens::readableAhead`
+    /// of them are readable, and every string can be read to its closing quote and sixteen
+    /// characters past it.
+    [[nodiscard]] const char* upcomingText() const { return nextText(); }
 
     /// Passes over the next `tokens` tokens, which the caller recognised by their characters as
     /// one whole value of `levels` nested containers that hold something; false, passing nothing,

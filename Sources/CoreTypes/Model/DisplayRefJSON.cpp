@@ -28,10 +28,7 @@ bool readWriterSpelling(JSONReader& reader, DisplayRef& result) {
     constexpr const char virtualStart[] = R"({"virtual":{"_0":")";
     constexpr const char physicalStart[] = R"({"physical":{"colorSyncUUID":")";
     constexpr std::size_t uuidLength = 36;
-    const char* text = reader.upcomingText(tokens);
-    if (text == nullptr) {
-        return false;
-    }
+    const char* text = reader.upcomingText();
     if (coding::text::startsWith(text, virtualStart)) {
         const char* uuid = text + sizeof virtualStart - 1;
         UUID id;

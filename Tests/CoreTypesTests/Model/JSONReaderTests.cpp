@@ -316,8 +316,8 @@ TEST(JSONReader, ReadsNothingPastTheEndOfTheText) {
 }
 
 TEST(JSONReader, ReadsEveryTokenWhereverTheEndOfTheTextFallsAfterIt) {
-    // Leading spaces move every token against the end, across the part of the text read from a
-    // copy: references in the writer's spelling and in others, strings with escapes, numbers.
+    // Leading spaces move every token against the end of the text, which ends where its memory
+    // does: references in the writer's spelling and in others, strings with escapes, numbers.
     const std::vector<DisplayRef> references{
         DisplayRef::virtualDisplay(*UUID::parse("12345678-9ABC-DEF0-1234-56789ABCDEF0")),
         DisplayRef::physical("37D8832A-2D66-02CA-B9F7-8F30A301B230"), DisplayRef::physical("a\"b"),
