@@ -15,7 +15,8 @@ namespace screenweaver::coding {
 /// members' own initialisers alone give it its value. Value-initialising it, as `emplace_back()`
 /// does, first clears the whole element (GCC does it with `rep stos`, whose start-up alone cost
 /// about as much as reading a small element), whenever a member's type has a constructor the
-/// compiler wrote. Every type read through a `ReadBuffer` initialises each of its members.
+/// compiler wrote. Every record read through a `ReadBuffer` initialises each of its members, and a
+/// number or a flag is written by its read before anything uses it.
 template <class T>
 struct DefaultInitialising : std::allocator<T> {
     using value_type = T;
